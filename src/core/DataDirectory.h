@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+namespace tarn {
+
+// Where the stores and tarn.ini live, in this order: the --data-dir option, the
+// TARN_DATA_DIR environment variable, the program's own directory when it already
+// holds tarn_dat.db (a portable install), else the per-user data location.
+struct DataDirectoryChoice {
+    QString option;           // --data-dir, empty when not given
+    QString environment;      // TARN_DATA_DIR, empty when not set
+    QString programDirectory; // where the executable lies
+    QString userDirectory;    // the per-user data location
+};
+
+QString chooseDataDirectory(const DataDirectoryChoice& choice);
+// The choice for this process, from its environment and executable.
+QString resolveDataDirectory(const QString& option);
+
+inline const QString ClassStoreFile = QStringLiteral("tarn_dat.db");
+inline const QString ReferenceStoreFile = QStringLiteral("tarn_ref.db");
+inline const QString SettingsFile = QStringLiteral("tarn.ini");
+
+} // namespace tarn

@@ -1,0 +1,84 @@
+#include "Database.h"
+
+#include "StoreError.h"
+
+#include <QDir>
+#include <sqlite3.h>
+
+namespace tarn {
+
+namespace {
+// How long a statement waits for another program (the workbench, a build script)
+// to finish its write before it gives up with "database is locked".
+constexpr int BusyTimeoutMs = 5000;
+} // namespace
+
+Database::Database(const QString& path, Open how) : m_path(path)
+{
+    const int flags = SQLITE_OPEN_READWRITE | (how == Open::CreateNew ? SQLITE_OPEN_CREATE : 0);
+    const QByteArray native = QDir::toNativeSeparators(path).toUtf8();
+    if (sqlite3_open_v2(native.constData(), &m_db, flags, nullptr) != SQLITE_OK) {
+        const QString why = m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QStringLiteral("out of memory");
+        sqlite3_close(m_db);
+        m_db = nullptr;
+        throw StoreError(QStringLiteral("Cannot open %1: %2").arg(QDir::toNativeSeparators(path), why));
+    }
+    sqlite3_busy_timeout(m_db, BusyTimeoutMs);
+    sqlite3_extended_result_codes(m_db, 1);
+}
+
+Database::~Database()
+{
+    sqlite3_close_v2(m_db);
+}
+
+Statement Database::prepare(const QString& sql)
+{
+    return Statement(m_db, sql);
+}
+
+void Database::exec(const QString& sql)
+{
+    char* error = nullptr;
+    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &error) != SQLITE_OK) {
+        const QString why = QString::fromUtf8(error ? error : sqlite3_errmsg(m_db));
+        sqlite3_free(error);
+        throw StoreError(why);
+    }
+}
+
+qint64 Database::lastInsertRowId() const
+{
+    return sqlite3_last_insert_rowid(m_db);
+}
+
+QVariant Database::scalar(const QString& sql, const QVariantList& params)
+{
+    Statement statement = prepare(sql);
+    statement.bindAll(params);
+    return statement.step() ? statement.value(0) : QVariant();
+}
+
+Transaction::Transaction(Database& db) : m_db(db)
+{
+    m_db.exec(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+Transaction::~Transaction()
+{
+    if (m_open) {
+        try {
+            m_db.exec(QStringLiteral("ROLLBACK"));
+        } catch (const StoreError&) {
+            // SQLite has already rolled back when the failure was fatal to the transaction.
+        }
+    }
+}
+
+void Transaction::commit()
+{
+    m_db.exec(QStringLiteral("COMMIT"));
+    m_open = false;
+}
+
+} // namespace tarn

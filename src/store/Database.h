@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Statement.h"
+
+#include <QString>
+
+struct sqlite3;
+
+namespace tarn {
+
+// An open SQLite database file. Opening never creates a file by accident: an
+// existing store is opened read-write only, and a new one is made only on request.
+class Database {
+public:
+    enum class Open { Existing, CreateNew };
+
+    Database(const QString& path, Open how);
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    const QString& path() const { return m_path; }
+    Statement prepare(const QString& sql);
+    // Runs one or more statements that return no rows.
+    void exec(const QString& sql);
+    qint64 lastInsertRowId() const;
+    // The first column of the first row, or a null QVariant when there is no row.
+    QVariant scalar(const QString& sql, const QVariantList& params = {});
+
+private:
+    sqlite3* m_db = nullptr;
+    QString m_path;
+};
+
+// Commits on commit(); rolls back if left before that, so a failed step leaves the
+// store as it was.
+class Transaction {
+public:
+    explicit Transaction(Database& db);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void commit();
+
+private:
+    Database& m_db;
+    bool m_open = true;
+};
+
+} // namespace tarn

@@ -1,0 +1,159 @@
+#include "Recordset.h"
+
+#include "Database.h"
+#include "StoreError.h"
+
+#include <QRegularExpression>
+
+namespace tarn {
+
+namespace {
+
+struct ParsedSelect {
+    QString table;
+    QString rest; // where and order by, as written
+};
+
+ParsedSelect parseSelect(const QString& sql)
+{
+    static const QRegularExpression pattern(QStringLiteral(R"(^\s*select\s+\*\s+from\s+(\w+)(.*)$)"),
+                                            QRegularExpression::CaseInsensitiveOption |
+                                                QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpressionMatch match = pattern.match(sql);
+    if (!match.hasMatch())
+        throw StoreError(QStringLiteral("Not a statement a record set can open: %1").arg(sql));
+    return {match.captured(1), match.captured(2)};
+}
+
+QStringList columnNames(Statement& statement)
+{
+    QStringList names;
+    for (int i = 0; i < statement.columnCount(); ++i)
+        names << statement.columnName(i);
+    return names;
+}
+
+} // namespace
+
+Recordset::Recordset(Database& db, const QString& selectSql, const QVariantList& params)
+    : m_db(db), m_params(params),
+      m_readRow(db.prepare(QStringLiteral("select * from %1 where rowid = ?").arg(parseSelect(selectSql).table)))
+{
+    const ParsedSelect parsed = parseSelect(selectSql);
+    m_table = parsed.table;
+    m_idSql = QStringLiteral("select rowid from %1%2").arg(parsed.table, parsed.rest);
+    m_columns = columnNames(m_readRow);
+    requery();
+}
+
+void Recordset::requery()
+{
+    Statement ids = m_db.prepare(m_idSql);
+    ids.bindAll(m_params);
+    m_ids.clear();
+    while (ids.step())
+        m_ids.push_back(ids.int64(0));
+    m_noCurrent = false;
+    m_position = 0; // the first row, or EOF on an empty set
+}
+
+void Recordset::moveFirst()
+{
+    m_noCurrent = false;
+    m_position = 0;
+}
+
+void Recordset::moveLast()
+{
+    m_noCurrent = false;
+    m_position = m_ids.empty() ? 0 : recordCount() - 1;
+}
+
+void Recordset::moveNext()
+{
+    if (m_noCurrent)
+        m_noCurrent = false; // the deleted row's successor has moved into its place
+    else if (!eof())
+        ++m_position;
+}
+
+void Recordset::movePrevious()
+{
+    m_noCurrent = false;
+    if (!bof())
+        --m_position;
+}
+
+QVariant Recordset::value(const QString& column) const
+{
+    return currentRow().value(column.toLower());
+}
+
+QVariantMap Recordset::currentRow() const
+{
+    requireCurrent("read");
+    m_readRow.reset();
+    m_readRow.bind(1, m_ids[size_t(m_position)]);
+    QVariantMap row;
+    if (m_readRow.step()) {
+        for (int i = 0; i < m_columns.size(); ++i)
+            row.insert(m_columns[i].toLower(), m_readRow.value(i));
+    }
+    m_readRow.reset();
+    return row;
+}
+
+void Recordset::update(const QVariantMap& changes)
+{
+    requireCurrent("update");
+    if (changes.isEmpty())
+        return;
+    QStringList assignments;
+    QVariantList values;
+    for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
+        assignments << it.key() + QStringLiteral(" = ?");
+        values << it.value();
+    }
+    values << m_ids[size_t(m_position)];
+    Statement statement =
+        m_db.prepare(QStringLiteral("update %1 set %2 where rowid = ?").arg(m_table, assignments.join(u", ")));
+    statement.run(values);
+}
+
+void Recordset::addNew(const QVariantMap& values)
+{
+    QStringList names;
+    QStringList marks;
+    QVariantList bound;
+    for (auto it = values.cbegin(); it != values.cend(); ++it) {
+        names << it.key();
+        marks << QStringLiteral("?");
+        bound << it.value();
+    }
+    const QString sql = names.isEmpty() ? QStringLiteral("insert into %1 default values").arg(m_table)
+                                        : QStringLiteral("insert into %1 (%2) values (%3)")
+                                              .arg(m_table, names.join(u", "), marks.join(u", "));
+    Statement statement = m_db.prepare(sql);
+    statement.run(bound);
+    const bool atEof = eof();
+    m_ids.push_back(m_db.lastInsertRowId());
+    if (atEof)
+        m_position = recordCount(); // still behind the last row, which is now the new one
+}
+
+void Recordset::deleteCurrent()
+{
+    requireCurrent("delete");
+    Statement statement = m_db.prepare(QStringLiteral("delete from %1 where rowid = ?").arg(m_table));
+    statement.run({m_ids[size_t(m_position)]});
+    m_ids.erase(m_ids.begin() + m_position);
+    m_noCurrent = true;
+}
+
+void Recordset::requireCurrent(const char* operation) const
+{
+    if (!hasCurrent())
+        throw StoreError(QStringLiteral("No current record to %1.").arg(QLatin1String(operation)));
+}
+
+} // namespace tarn

@@ -1,0 +1,196 @@
+#include "Schema.h"
+
+#include "Database.h"
+#include "StoreError.h"
+
+#include <QDir>
+#include <QSet>
+#include <array>
+
+namespace tarn {
+
+namespace {
+
+using K = ColumnKind;
+
+constexpr ColumnDef packageColumns[] = {{"package_name", K::Text}};
+
+constexpr ColumnDef classdefColumns[] = {
+    {"package_name", K::Text}, {"class_name", K::Text},   {"class_num", K::Integer},
+    {"skin_name1", K::Text},            {"skin_name2", K::Text},   {"model_name", K::Text},
+    {"w1", K::Integer},                 {"w2", K::Integer},        {"w3", K::Integer},
+    {"w4", K::Integer},                 {"w5", K::Integer},        {"w6", K::Integer},
+    {"w7", K::Integer},                 {"w8", K::Integer},        {"w9", K::Integer},
+    {"w10", K::Integer},                {"g1", K::Integer},        {"g2", K::Integer},
+    {"g3", K::Integer},                 {"max_speed", K::Integer}, {"max_health", K::Integer},
+    {"max_armor", K::Integer},          {"i1", K::Flag},           {"i2", K::Flag},
+    {"i3", K::Flag},                    {"i4", K::Flag},           {"i5", K::Flag},
+    {"i6", K::Flag},                    {"i7", K::Flag},           {"i8", K::Flag},
+    {"i9", K::Flag},                    {"s1", K::Flag},           {"s2", K::Flag},
+    {"s3", K::Flag},                    {"s4", K::Flag},           {"s5", K::Flag},
+    {"s6", K::Flag},                    {"s7", K::Flag},           {"s8", K::Flag},
+    {"s9", K::Flag},                    {"s10", K::Flag},          {"s11", K::Flag},
+    {"s12", K::Flag},                   {"s13", K::Flag},          {"s14", K::Flag},
+    {"s15", K::Flag},                   {"s16", K::Flag},          {"s17", K::Flag},
+    {"s18", K::Flag},                   {"s19", K::Flag},          {"s20", K::Flag},
+    {"s21", K::Flag},                   {"decoyskin", K::Integer}, {"maxbullets", K::Integer},
+    {"maxshells", K::Integer},          {"maxrockets", K::Integer}, {"maxgrenades", K::Integer},
+    {"maxcells", K::Integer},           {"maxslugs", K::Integer},
+};
+static_assert(std::size(classdefColumns) == 59);
+
+constexpr ColumnDef weaponColumns[] = {{"w_id", K::Integer}, {"w_name", K::Text}, {"w_damage", K::Open},
+                                   {"w_speed", K::Open}, {"kd_enabled", K::Integer}};
+constexpr ColumnDef grenadeColumns[] = {{"g_id", K::Integer}, {"g_name", K::Text}, {"g_damage", K::Open},
+                                    {"g_speed", K::Open}, {"kd_enabled", K::Integer}};
+constexpr ColumnDef itemColumns[] = {{"i_id", K::Long}, {"i_name", K::Text}, {"kd_enabled", K::Integer}};
+constexpr ColumnDef specialColumns[] = {{"s_id", K::Long}, {"s_name", K::Text}, {"kd_enabled", K::Integer}};
+
+const TableDef packageTable{"package", packageColumns};
+const TableDef classdefTable{"classdef", classdefColumns};
+const TableDef weaponTable{"weapon", weaponColumns};
+const TableDef grenadeTable{"grenade", grenadeColumns};
+const TableDef itemTable{"item", itemColumns};
+const TableDef specialTable{"special", specialColumns};
+
+constexpr std::array<const TableDef*, 2> dataTableList{&packageTable, &classdefTable};
+constexpr std::array<const TableDef*, 4> referenceTableList{&weaponTable, &grenadeTable, &itemTable, &specialTable};
+
+QString columnSql(const ColumnDef& column)
+{
+    const QString name = QString::fromLatin1(column.name);
+    switch (column.kind) {
+    case K::Integer:
+        return QStringLiteral("%1 INTEGER CHECK (%1 BETWEEN -32768 AND 32767)").arg(name);
+    case K::Long:
+        return QStringLiteral("%1 INTEGER CHECK (%1 BETWEEN -2147483648 AND 2147483647)").arg(name);
+    case K::Flag:
+        return QStringLiteral("%1 INTEGER CHECK (%1 IN (0, 1))").arg(name);
+    case K::Text:
+    case K::Open:
+        break;
+    }
+    return name + QStringLiteral(" TEXT");
+}
+
+std::optional<qint64> wholeNumber(const QString& text)
+{
+    bool ok = false;
+    const qint64 value = text.trimmed().toLongLong(&ok);
+    return ok ? std::optional(value) : std::nullopt;
+}
+
+} // namespace
+
+namespace schema {
+
+const TableDef& package() { return packageTable; }
+const TableDef& classdef() { return classdefTable; }
+const TableDef& weapon() { return weaponTable; }
+const TableDef& grenade() { return grenadeTable; }
+const TableDef& item() { return itemTable; }
+const TableDef& special() { return specialTable; }
+std::span<const TableDef* const> dataTables() { return dataTableList; }
+std::span<const TableDef* const> referenceTables() { return referenceTableList; }
+
+QStringList classColumnNames()
+{
+    QStringList names;
+    for (const ColumnDef& column : classdefColumns)
+        names << QString::fromLatin1(column.name);
+    return names;
+}
+
+ColumnKind kindOf(const QString& table, const QString& column)
+{
+    for (const auto& list : {dataTables(), referenceTables()}) {
+        for (const TableDef* def : list) {
+            if (table.compare(QLatin1String(def->name), Qt::CaseInsensitive) != 0)
+                continue;
+            for (const ColumnDef& c : def->columns) {
+                if (column.compare(QLatin1String(c.name), Qt::CaseInsensitive) == 0)
+                    return c.kind;
+            }
+        }
+    }
+    return K::Text;
+}
+
+QString createStatement(const TableDef& table)
+{
+    QStringList columns;
+    for (const ColumnDef& column : table.columns)
+        columns << columnSql(column);
+    return QStringLiteral("CREATE TABLE %1 (%2) STRICT").arg(QLatin1String(table.name), columns.join(u", "));
+}
+
+void create(Database& db, std::span<const TableDef* const> tables)
+{
+    for (const TableDef* table : tables)
+        db.exec(createStatement(*table));
+}
+
+void verify(Database& db, std::span<const TableDef* const> tables)
+{
+    const QString file = QDir::toNativeSeparators(db.path());
+    try {
+        for (const TableDef* table : tables) {
+            Statement info = db.prepare(QStringLiteral("SELECT name FROM pragma_table_info(?)"));
+            info.bind(1, QString::fromLatin1(table->name));
+            QSet<QString> present;
+            while (info.step())
+                present.insert(info.text(0).toLower());
+            if (present.isEmpty())
+                throw StoreError(QStringLiteral("%1 has no table \"%2\".").arg(file, QLatin1String(table->name)));
+            for (const ColumnDef& column : table->columns) {
+                if (!present.contains(QLatin1String(column.name)))
+                    throw StoreError(QStringLiteral("%1: table \"%2\" has no column \"%3\".")
+                                         .arg(file, QLatin1String(table->name), QLatin1String(column.name)));
+            }
+        }
+    } catch (const StoreError& e) {
+        if (e.message().startsWith(file))
+            throw;
+        throw StoreError(QStringLiteral("%1 is not a database of this program: %2").arg(file, e.message()));
+    }
+}
+
+} // namespace schema
+
+std::optional<QVariant> columnValueFromText(ColumnKind kind, const QString& text)
+{
+    if (text.isEmpty())
+        return QVariant();
+    if (kind == K::Text || kind == K::Open)
+        return QVariant(text);
+    const std::optional<qint64> number = wholeNumber(text);
+    if (!number)
+        return std::nullopt;
+    const bool fits = kind == K::Integer ? (*number >= -32768 && *number <= 32767)
+                      : kind == K::Long  ? (*number >= INT32_MIN && *number <= INT32_MAX)
+                                         : (*number == 0 || *number == 1);
+    return fits ? std::optional(QVariant(qlonglong(*number))) : std::nullopt;
+}
+
+QString textFromColumnValue(const QVariant& value)
+{
+    return value.isNull() ? QString() : value.toString();
+}
+
+QString describeKind(ColumnKind kind)
+{
+    switch (kind) {
+    case K::Integer:
+        return QStringLiteral("a whole number from -32768 to 32767");
+    case K::Long:
+        return QStringLiteral("a whole number from -2147483648 to 2147483647");
+    case K::Flag:
+        return QStringLiteral("0 or 1");
+    case K::Text:
+    case K::Open:
+        break;
+    }
+    return QStringLiteral("text");
+}
+
+} // namespace tarn

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QVariant>
+#include <QVariantList>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace tarn {
+
+// One prepared statement. Parameters are bound by position from 1; a null QVariant
+// binds SQL NULL, and a NULL column reads back as a null QVariant.
+class Statement {
+public:
+    Statement(sqlite3* db, const QString& sql);
+    ~Statement();
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+    Statement(Statement&& other) noexcept;
+    Statement& operator=(Statement&& other) noexcept;
+
+    void bind(int index, const QVariant& value);
+    void bindAll(const QVariantList& values);
+    // Advances to the next row; false when the statement is done.
+    bool step();
+    // Runs a statement that returns no rows, then resets it for the next use.
+    void run(const QVariantList& values = {});
+    void reset();
+
+    int columnCount() const;
+    QString columnName(int index) const;
+    QVariant value(int index) const;
+    bool isNull(int index) const;
+    qint64 int64(int index) const;
+    QString text(int index) const;
+
+private:
+    [[noreturn]] void fail(const QString& what) const;
+
+    sqlite3* m_db = nullptr;
+    sqlite3_stmt* m_stmt = nullptr;
+};
+
+} // namespace tarn
