@@ -6,6 +6,14 @@
 
 namespace tarn {
 
+std::unique_ptr<AppState> AppState::open(const QString& dataDirectory)
+{
+    auto state = std::make_unique<AppState>();
+    state->dataDirectory = dataDirectory;
+    state->stores = openStores(dataDirectory);
+    return state;
+}
+
 QString AppState::settingsPath() const
 {
     return QDir(dataDirectory).filePath(SettingsFile);

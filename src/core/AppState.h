@@ -3,6 +3,7 @@
 #include "Stores.h"
 
 #include <QString>
+#include <memory>
 
 namespace tarn {
 
@@ -14,6 +15,9 @@ struct AppState {
     QString currentConfig;  // the selected configuration; empty means none
     QString modId = QStringLiteral("0");
     bool protectOutput = false; // the form of the next export
+
+    // Opens (or first makes) the stores of a data directory; throws StoreError.
+    static std::unique_ptr<AppState> open(const QString& dataDirectory);
 
     Database& classDb() { return *stores.classDb; }
     Database& refDb() { return *stores.refDb; }

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QVariantList>
+#include <array>
+
+namespace tarn {
+
+inline constexpr int AbilityFlags = 21;
+inline constexpr int ItemFlags = 9;
+
+// One class as a class file carries it back, with the fields the reader converted.
+struct ClassRecord {
+    QString name;
+    QString model;
+    QString redSkin;
+    QString blueSkin;
+    qint16 decoySkin = 0;
+    std::array<qint16, 10> weapons{}; // w1 to w10
+    std::array<qint16, 3> grenades{};
+    qint16 armor = 0;
+    qint16 speed = 0;
+    qint16 health = 0;
+    std::array<bool, AbilityFlags> abilities{}; // s1 to s21
+    std::array<bool, ItemFlags> items{};        // i1 to i9
+    std::array<qint16, 6> ammo{};               // bullets, shells, rockets, grenades, cells, slugs
+};
+
+// Bit k of the sum gives flag k+1; higher bits have no flag and are dropped.
+template <std::size_t N> std::array<bool, N> spreadBits(qint32 sum)
+{
+    std::array<bool, N> flags{};
+    for (std::size_t k = 0; k < N; ++k)
+        flags[k] = (quint32(sum) >> k) & 1U;
+    return flags;
+}
+
+// All 59 values of the classdef row, in the order of schema::classColumnNames().
+QVariantList classRowValues(const ClassRecord& record, const QString& packageName, qint16 classNum);
+
+} // namespace tarn

@@ -1,0 +1,71 @@
+#include "Cp1252.h"
+
+#include <array>
+#include <optional>
+
+namespace tarn {
+
+namespace {
+
+// Bytes 0x80 to 0x9F; all other bytes are the Unicode code point of the same number.
+constexpr std::array<char16_t, 32> highControls{
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+constexpr unsigned char FirstHigh = 0x80;
+constexpr unsigned char PastHigh = 0xA0;
+
+bool inHighRange(char16_t unit)
+{
+    return unit >= FirstHigh && unit < PastHigh;
+}
+
+std::optional<unsigned char> byteOf(char16_t unit)
+{
+    if (unit <= 0xFF && !inHighRange(unit))
+        return static_cast<unsigned char>(unit);
+    for (std::size_t i = 0; i < highControls.size(); ++i) {
+        if (highControls[i] == unit)
+            return static_cast<unsigned char>(FirstHigh + i);
+    }
+    return std::nullopt;
+}
+
+// The whole character at position i, both halves of a surrogate pair.
+QString characterAt(QStringView text, qsizetype i)
+{
+    const bool pair = QChar::isHighSurrogate(text[i].unicode()) && i + 1 < text.size() &&
+                      QChar::isLowSurrogate(text[i + 1].unicode());
+    return text.mid(i, pair ? 2 : 1).toString();
+}
+
+} // namespace
+
+QString decodeCp1252(const QByteArray& bytes)
+{
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar* out = text.data();
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        *out++ = QChar(inHighRange(byte) ? highControls[byte - FirstHigh] : char16_t(byte));
+    }
+    return text;
+}
+
+Cp1252Encoding encodeCp1252(QStringView text)
+{
+    Cp1252Encoding result;
+    result.bytes.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const std::optional<unsigned char> byte = byteOf(text[i].unicode());
+        if (!byte) {
+            result.refused = characterAt(text, i);
+            break;
+        }
+        result.bytes.append(char(*byte));
+    }
+    return result;
+}
+
+} // namespace tarn

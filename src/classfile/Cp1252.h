@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringView>
+
+namespace tarn {
+
+// Class files carry one byte per character in Windows-1252 on every platform. The
+// five bytes the code page leaves undefined decode to the control character of the
+// same number, so every byte has a character and every file can be read.
+QString decodeCp1252(const QByteArray& bytes);
+
+struct Cp1252Encoding {
+    QByteArray bytes;
+    // The first character that has no byte; the bytes are incomplete when it is set.
+    QString refused;
+    bool ok() const { return refused.isEmpty(); }
+};
+
+Cp1252Encoding encodeCp1252(QStringView text);
+
+} // namespace tarn

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <array>
+
+namespace tarn {
+
+// The fields of one class file line: entries 1 to 30; entry 0 is never used, so the
+// entry number is the field number of the format.
+using Tokens = std::array<QByteArray, 31>;
+
+// The protected form of a line when protectOutput is set, else the line as it is.
+// A line keeps its length; the thresholds are on the byte codes of the line.
+QByteArray protectLine(const QByteArray& line, bool protectOutput);
+// Works on lines of either form, so one reading path serves both.
+QByteArray unprotectLine(const QByteArray& line);
+// Unprotects the line and cuts it at blanks (code 32 only); a run of blanks is one
+// separator, a leading blank leaves entry 1 empty, and fields past the thirtieth
+// have no entry and are dropped.
+Tokens splitTokens(const QByteArray& line);
+
+} // namespace tarn

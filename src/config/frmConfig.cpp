@@ -1,0 +1,189 @@
+#include "frmConfig.h"
+
+#include "classes/frmClasses.h"
+#include "core/AppState.h"
+#include "core/ModId.h"
+#include "frmAbout.h"
+#include "reference/ReferenceWindows.h"
+#include "store/Configurations.h"
+#include "store/StoreError.h"
+#include "toolkit/AppIcon.h"
+#include "toolkit/Dialogs.h"
+#include "toolkit/SystemNames.h"
+#include "ui_frmConfig.h"
+
+#include <QApplication>
+
+namespace tarn {
+
+namespace {
+const QString NothingSelected = QStringLiteral("You must select a class configuration");
+} // namespace
+
+frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
+    : QMainWindow(parent), ui(std::make_unique<Ui::frmConfig>()), m_state(state), m_dialogs(dialogs)
+{
+    ui->setupUi(this);
+    setWindowIcon(appIcon());
+    connectHandlers();
+    publishSystemNames(*this);
+    Form_Load();
+}
+
+frmConfig::~frmConfig() = default;
+
+void frmConfig::connectHandlers()
+{
+    connect(ui->classlist, &QListWidget::currentRowChanged, this, &frmConfig::classlist_Click);
+    connect(ui->btNew, &QPushButton::clicked, this, &frmConfig::btNew_Click);
+    connect(ui->btDelete, &QPushButton::clicked, this, &frmConfig::btDelete_Click);
+    connect(ui->btEdit, &QPushButton::clicked, this, &frmConfig::btEdit_Click);
+    connect(ui->btCopy, &QPushButton::clicked, this, &frmConfig::btCopy_Click);
+    connect(ui->btImport, &QPushButton::clicked, this, &frmConfig::btImport_Click);
+    connect(ui->mnuSetModID, &QAction::triggered, this, &frmConfig::mnuSetModID_Click);
+    connect(ui->mnuExit, &QAction::triggered, this, &frmConfig::mnuExit_Click);
+    connect(ui->mnuUpdateWeapons, &QAction::triggered, this, &frmConfig::mnuUpdateWeapons_Click);
+    connect(ui->mnuUpdateGrenades, &QAction::triggered, this, &frmConfig::mnuUpdateGrenades_Click);
+    connect(ui->mnuEditSpecial, &QAction::triggered, this, &frmConfig::mnuEditSpecial_Click);
+    connect(ui->mnuEditItems, &QAction::triggered, this, &frmConfig::mnuEditItems_Click);
+    connect(ui->mnuAbout, &QAction::triggered, this, &frmConfig::mnuAbout_Click);
+}
+
+void frmConfig::Form_Load()
+{
+    m_state.modId = DefaultModId;
+    m_state.modId = readModId(m_state.settingsPath());
+    m_state.currentConfig.clear();
+    guarded([this] { RefreshList(); });
+}
+
+void frmConfig::RefreshList()
+{
+    m_state.currentConfig.clear();
+    ConfigNames = listConfigurations(m_state.classDb());
+    const QSignalBlocker quiet(ui->classlist);
+    ui->classlist->clear();
+    ui->classlist->addItems(ConfigNames);
+    ui->classlist->setCurrentRow(-1);
+}
+
+void frmConfig::classlist_Click()
+{
+    const int index = ui->classlist->currentRow();
+    if (index >= 0 && index < ConfigNames.size())
+        m_state.currentConfig = ConfigNames[index];
+}
+
+void frmConfig::btNew_Click()
+{
+    const QString name = m_dialogs.inputBox(this, QStringLiteral("Enter the Configuration Name"),
+                                            QStringLiteral("Enter Config Name"));
+    if (name.isEmpty())
+        return;
+    guarded([&] {
+        addConfiguration(m_state.classDb(), name);
+        RefreshList();
+    });
+}
+
+void frmConfig::btDelete_Click()
+{
+    if (!requireSelection())
+        return;
+    const QString question =
+        QStringLiteral("Are you sure you want to delete the '") + m_state.currentConfig + QStringLiteral("' Config?");
+    if (!m_dialogs.confirm(this, question, QStringLiteral("Delete Confirmation")))
+        return;
+    guarded([this] {
+        deleteConfiguration(m_state.classDb(), m_state.currentConfig);
+        RefreshList();
+    });
+}
+
+void frmConfig::btEdit_Click()
+{
+    if (!requireSelection())
+        return;
+    m_dialogs.setBusy(true);
+    guarded([this] {
+        frmClasses editor(m_state, m_dialogs, this);
+        m_dialogs.showModal(editor);
+    });
+    m_dialogs.setBusy(false);
+}
+
+void frmConfig::btCopy_Click()
+{
+    if (!requireSelection())
+        return;
+    const QString name = m_dialogs.inputBox(this, QStringLiteral("Enter the name of the config you wish to copy to"),
+                                            QStringLiteral("Copy Config"));
+    if (name.isEmpty())
+        return;
+    m_dialogs.setBusy(true);
+    guarded([&] {
+        copyConfiguration(m_state.classDb(), m_state.currentConfig, name);
+        RefreshList();
+    });
+    m_dialogs.setBusy(false);
+}
+
+void frmConfig::btImport_Click()
+{
+    // IMPORT-PENDING
+}
+
+void frmConfig::mnuSetModID_Click()
+{
+    const QString answer = m_dialogs.inputBox(
+        this, QStringLiteral("Enter Your Mod ID (not required). Current ID = ") + m_state.modId, QStringLiteral("Mod ID"));
+    if (answer.isEmpty())
+        return;
+    m_state.modId = answer;
+    if (const auto error = writeModId(m_state.settingsPath(), m_state.modId))
+        m_dialogs.message(this, *error + QStringLiteral("\nThe Mod ID holds for this session only."));
+}
+
+void frmConfig::mnuExit_Click()
+{
+    QApplication::exit(0);
+}
+
+void frmConfig::mnuUpdateWeapons_Click() { showReferenceWindow(ReferenceTable::Weapons); }
+void frmConfig::mnuUpdateGrenades_Click() { showReferenceWindow(ReferenceTable::Grenades); }
+void frmConfig::mnuEditSpecial_Click() { showReferenceWindow(ReferenceTable::Special); }
+void frmConfig::mnuEditItems_Click() { showReferenceWindow(ReferenceTable::Items); }
+
+void frmConfig::mnuAbout_Click()
+{
+    frmAbout about(this);
+    m_dialogs.showModal(about);
+}
+
+void frmConfig::showReferenceWindow(ReferenceTable table)
+{
+    guarded([&] {
+        const std::unique_ptr<QWidget> window = createReferenceWindow(table, m_state, m_dialogs, this);
+        m_dialogs.showModal(*window);
+    });
+}
+
+bool frmConfig::requireSelection()
+{
+    if (!m_state.currentConfig.isEmpty())
+        return true;
+    m_dialogs.message(this, NothingSelected);
+    return false;
+}
+
+void frmConfig::guarded(const std::function<void()>& command)
+{
+    try {
+        command();
+    } catch (const StoreError& error) {
+        m_dialogs.setBusy(false);
+        m_dialogs.message(this, error.message());
+    }
+}
+
+} // namespace tarn

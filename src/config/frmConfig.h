@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QStringList>
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class frmConfig;
+}
+
+namespace tarn {
+
+struct AppState;
+class Dialogs;
+enum class ReferenceTable;
+
+// The main window: the list of configurations and every command of the program.
+class frmConfig : public QMainWindow {
+    Q_OBJECT
+public:
+    frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent = nullptr);
+    ~frmConfig() override;
+
+    // Fills the list from the store, in name order, and leaves nothing selected.
+    void RefreshList();
+    const QStringList& configNames() const { return ConfigNames; }
+
+    void classlist_Click();
+    void btNew_Click();
+    void btDelete_Click();
+    void btEdit_Click();
+    void btCopy_Click();
+    void btImport_Click();
+    void mnuSetModID_Click();
+    void mnuExit_Click();
+    void mnuUpdateWeapons_Click();
+    void mnuUpdateGrenades_Click();
+    void mnuEditSpecial_Click();
+    void mnuEditItems_Click();
+    void mnuAbout_Click();
+
+private:
+    void Form_Load();
+    void connectHandlers();
+    bool requireSelection();
+    void showReferenceWindow(ReferenceTable table);
+    // Runs a command; a failure of the store or a file is shown, never lost.
+    void guarded(const std::function<void()>& command);
+
+    std::unique_ptr<Ui::frmConfig> ui;
+    AppState& m_state;
+    Dialogs& m_dialogs;
+    QStringList ConfigNames;
+};
+
+} // namespace tarn

@@ -1,0 +1,336 @@
+#include "DataControl.h"
+
+#include "Dialogs.h"
+#include "store/Schema.h"
+#include "store/StoreError.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QShortcut>
+#include <QToolButton>
+
+namespace tarn {
+
+struct DataControl::Binding {
+    enum class Type { Text, Check, Label };
+    QPointer<QWidget> control;
+    QString column;
+    QString fieldName;
+    Type type;
+    bool changed = false;
+    bool enabled = true;
+};
+
+namespace {
+
+QToolButton* navigatorButton(QWidget* parent, const QString& text, const QString& name, const QKeySequence& key)
+{
+    auto* button = new QToolButton(parent);
+    button->setText(text);
+    button->setAccessibleName(name);
+    button->setToolTip(QStringLiteral("%1 (%2)").arg(name, key.toString(QKeySequence::NativeText)));
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAutoRaise(false);
+    return button;
+}
+
+} // namespace
+
+DataControl::DataControl(QWidget* parent) : QWidget(parent), m_caption(new QLabel(this))
+{
+    struct Button {
+        QString text, name;
+        QKeySequence key;
+        Move move;
+    };
+    const Button buttons[] = {{QStringLiteral("|◀"), QStringLiteral("First record"), QKeySequence(Qt::CTRL | Qt::Key_Home), Move::First},
+                              {QStringLiteral("◀"), QStringLiteral("Previous record"), QKeySequence(Qt::CTRL | Qt::Key_PageUp), Move::Previous},
+                              {QStringLiteral("▶"), QStringLiteral("Next record"), QKeySequence(Qt::CTRL | Qt::Key_PageDown), Move::Next},
+                              {QStringLiteral("▶|"), QStringLiteral("Last record"), QKeySequence(Qt::CTRL | Qt::Key_End), Move::Last}};
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    m_caption->setFrameShape(QFrame::StyledPanel);
+    m_caption->setMinimumWidth(80);
+    m_caption->setAlignment(Qt::AlignVCenter | Qt::AlignLeft);
+    for (int i = 0; i < 4; ++i) {
+        QToolButton* button = navigatorButton(this, buttons[i].text, buttons[i].name, buttons[i].key);
+        const Move where = buttons[i].move;
+        connect(button, &QToolButton::clicked, this, [this, where] { move(where); });
+        auto* shortcut = new QShortcut(buttons[i].key, this);
+        shortcut->setContext(Qt::WindowShortcut);
+        connect(shortcut, &QShortcut::activated, this, [this, where] { move(where); });
+        if (i == 2)
+            layout->addWidget(m_caption, 1);
+        layout->addWidget(button);
+    }
+}
+
+DataControl::~DataControl() = default;
+
+void DataControl::setCaption(const QString& caption)
+{
+    m_caption->setText(caption);
+    setAccessibleName(caption);
+}
+
+QString DataControl::caption() const
+{
+    return m_caption->text();
+}
+
+void DataControl::bindText(QLineEdit* box, const QString& column, const QString& fieldName)
+{
+    m_bindings.push_back(std::make_unique<Binding>(Binding{box, column, fieldName, Binding::Type::Text}));
+    connect(box, &QLineEdit::textChanged, this, [this, box] { noteChange(box); });
+}
+
+void DataControl::bindCheck(QCheckBox* box, const QString& column, const QString& fieldName)
+{
+    m_bindings.push_back(std::make_unique<Binding>(Binding{box, column, fieldName, Binding::Type::Check}));
+    connect(box, &QCheckBox::toggled, this, [this, box] { noteChange(box); });
+}
+
+void DataControl::bindLabel(QLabel* label, const QString& column)
+{
+    m_bindings.push_back(std::make_unique<Binding>(Binding{label, column, column, Binding::Type::Label}));
+}
+
+void DataControl::setBoundEnabled(QWidget* control, bool enabled)
+{
+    for (auto& binding : m_bindings) {
+        if (binding->control == control)
+            binding->enabled = enabled;
+    }
+    applyEnabledState();
+}
+
+QStringList DataControl::boundColumns() const
+{
+    QStringList columns;
+    for (const auto& binding : m_bindings)
+        columns << binding->column;
+    return columns;
+}
+
+void DataControl::open(Database& db, const QString& selectSql, const QVariantList& params)
+{
+    m_recordset = std::make_unique<Recordset>(db, selectSql, params);
+    m_pendingNew = false;
+    showCurrentRow();
+}
+
+void DataControl::refresh()
+{
+    m_recordset->requery();
+    m_pendingNew = false;
+    showCurrentRow();
+}
+
+bool DataControl::hasChanges() const
+{
+    return std::any_of(m_bindings.begin(), m_bindings.end(), [](const auto& b) { return b->changed; });
+}
+
+bool DataControl::moveFirst() { return move(Move::First); }
+bool DataControl::movePrevious() { return move(Move::Previous); }
+bool DataControl::moveNext() { return move(Move::Next); }
+bool DataControl::moveLast() { return move(Move::Last); }
+
+bool DataControl::move(Move where)
+{
+    if (!m_recordset || !storeChanges())
+        return false;
+    Recordset& rs = *m_recordset;
+    if (rs.isEmpty()) {
+        showCurrentRow();
+        return true;
+    }
+    const bool lost = !rs.hasCurrent();
+    switch (where) {
+    case Move::First:
+        rs.moveFirst();
+        break;
+    case Move::Last:
+        rs.moveLast();
+        break;
+    case Move::Next:
+        if (lost || rs.position() < rs.recordCount() - 1)
+            rs.moveNext();
+        break;
+    case Move::Previous:
+        if (rs.position() > 0)
+            rs.movePrevious();
+        break;
+    }
+    if (!rs.hasCurrent())
+        rs.moveLast();
+    showCurrentRow();
+    return true;
+}
+
+bool DataControl::addNew()
+{
+    if (!m_recordset || !storeChanges())
+        return false;
+    m_pendingNew = true;
+    showBlank();
+    return true;
+}
+
+bool DataControl::storeChanges()
+{
+    if (!m_recordset)
+        return true;
+    const std::optional<QVariantMap> changes = collectChanges();
+    if (!changes)
+        return false;
+    if (changes->isEmpty()) {
+        // A new row in which nothing was typed stores nothing.
+        if (m_pendingNew) {
+            m_pendingNew = false;
+            m_recordset->moveLast();
+        }
+        return true;
+    }
+    if (!writeChanges(*changes))
+        return false;
+    clearChanges();
+    return true;
+}
+
+void DataControl::deleteCurrent()
+{
+    if (m_pendingNew) {
+        m_pendingNew = false;
+        clearChanges();
+        showCurrentRow();
+        return;
+    }
+    if (!hasCurrent())
+        return;
+    m_recordset->deleteCurrent();
+    clearChanges();
+    showBlank();
+}
+
+std::optional<QVariantMap> DataControl::collectChanges()
+{
+    QVariantMap changes;
+    const bool canWrite = m_pendingNew || hasCurrent();
+    for (const auto& binding : m_bindings) {
+        if (!binding->changed || !binding->control)
+            continue;
+        if (binding->type == Binding::Type::Check) {
+            changes.insert(binding->column, static_cast<QCheckBox*>(binding->control.data())->isChecked() ? 1 : 0);
+            continue;
+        }
+        const QString text = static_cast<QLineEdit*>(binding->control.data())->text();
+        const ColumnKind kind = schema::kindOf(m_recordset->table(), binding->column);
+        const std::optional<QVariant> value = columnValueFromText(kind, text);
+        if (!value) {
+            refuse(QStringLiteral("%1 cannot be \"%2\": it must be %3.").arg(binding->fieldName, text, describeKind(kind)),
+                   binding->control);
+            return std::nullopt;
+        }
+        changes.insert(binding->column, *value);
+    }
+    if (!canWrite)
+        changes.clear(); // nothing to write to: the controls are locked while no row is shown
+    return changes;
+}
+
+bool DataControl::writeChanges(const QVariantMap& changes)
+{
+    try {
+        if (m_pendingNew) {
+            m_recordset->addNew(changes);
+            m_recordset->moveLast();
+            m_pendingNew = false;
+        } else {
+            m_recordset->update(changes);
+        }
+    } catch (const StoreError& error) {
+        refuse(QStringLiteral("The row could not be stored: %1").arg(error.message()), nullptr);
+        return false;
+    }
+    return true;
+}
+
+void DataControl::clearChanges()
+{
+    for (auto& binding : m_bindings)
+        binding->changed = false;
+}
+
+void DataControl::refuse(const QString& text, QWidget* focus)
+{
+    if (m_dialogs)
+        m_dialogs->message(window(), text);
+    if (auto* box = qobject_cast<QLineEdit*>(focus)) {
+        box->setFocus();
+        box->selectAll();
+    }
+}
+
+void DataControl::noteChange(QWidget* control)
+{
+    if (m_loading)
+        return;
+    for (auto& binding : m_bindings) {
+        if (binding->control == control)
+            binding->changed = true;
+    }
+}
+
+void DataControl::showCurrentRow()
+{
+    if (!hasCurrent()) {
+        showBlank();
+        return;
+    }
+    const QVariantMap row = m_recordset->currentRow();
+    m_loading = true;
+    for (const auto& binding : m_bindings) {
+        const QVariant value = row.value(binding->column.toLower());
+        if (auto* box = qobject_cast<QLineEdit*>(binding->control.data()))
+            box->setText(textFromColumnValue(value));
+        else if (auto* check = qobject_cast<QCheckBox*>(binding->control.data()))
+            check->setChecked(!value.isNull() && value.toLongLong() == 1);
+        else if (auto* label = qobject_cast<QLabel*>(binding->control.data()))
+            label->setText(textFromColumnValue(value));
+    }
+    m_loading = false;
+    clearChanges();
+    applyEnabledState();
+    emit reposition();
+}
+
+void DataControl::showBlank()
+{
+    m_loading = true;
+    for (const auto& binding : m_bindings) {
+        if (auto* box = qobject_cast<QLineEdit*>(binding->control.data()))
+            box->clear();
+        else if (auto* check = qobject_cast<QCheckBox*>(binding->control.data()))
+            check->setChecked(false);
+        else if (auto* label = qobject_cast<QLabel*>(binding->control.data()); label && !m_pendingNew)
+            label->clear();
+    }
+    m_loading = false;
+    clearChanges();
+    applyEnabledState();
+}
+
+void DataControl::applyEnabledState()
+{
+    const bool rowShown = m_pendingNew || hasCurrent();
+    for (const auto& binding : m_bindings) {
+        if (binding->control && binding->type != Binding::Type::Label)
+            binding->control->setEnabled(rowShown && binding->enabled);
+    }
+}
+
+} // namespace tarn

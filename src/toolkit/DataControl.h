@@ -1,0 +1,93 @@
+#pragma once
+
+#include "store/Recordset.h"
+
+#include <QPointer>
+#include <QVariantMap>
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QToolButton;
+
+namespace tarn {
+
+class Database;
+class Dialogs;
+
+// The record navigator of a window, and the owner of its bound controls. It shows
+// the current row in the bound controls, notes what the author (or code) changes,
+// writes the changed controls to the row before any move, any new row and the
+// window's close, and raises reposition() once the controls show a new row.
+// A text its column cannot hold is not written and not lost: the author is told,
+// the move does not happen, and the text stays in its box.
+class DataControl : public QWidget {
+    Q_OBJECT
+public:
+    explicit DataControl(QWidget* parent = nullptr);
+    ~DataControl() override;
+
+    void setCaption(const QString& caption);
+    QString caption() const;
+    void setDialogs(Dialogs& dialogs) { m_dialogs = &dialogs; }
+
+    // Binds a control to a column; the field name is what messages call it.
+    void bindText(QLineEdit* box, const QString& column, const QString& fieldName);
+    void bindCheck(QCheckBox* box, const QString& column, const QString& fieldName);
+    void bindLabel(QLabel* label, const QString& column);
+    // Whether a bound control takes input while a row is shown.
+    void setBoundEnabled(QWidget* control, bool enabled);
+    QStringList boundColumns() const;
+
+    // Sets the record source and runs it; the first row becomes current.
+    void open(Database& db, const QString& selectSql, const QVariantList& params = {});
+    // Runs the record source afresh; the first row becomes current.
+    void refresh();
+    Recordset* recordset() { return m_recordset.get(); }
+    int recordCount() const { return m_recordset ? m_recordset->recordCount() : 0; }
+    bool hasCurrent() const { return m_recordset && m_recordset->hasCurrent(); }
+    bool isPendingNew() const { return m_pendingNew; }
+    bool hasChanges() const;
+
+    // Moves store the changed controls first; false when the store refused them.
+    // Moving past either end stays on the first or the last row.
+    bool moveFirst();
+    bool movePrevious();
+    bool moveNext();
+    bool moveLast();
+    // Starts a pending new row with blank controls; it is stored when left, if anything was typed.
+    bool addNew();
+    // Writes the changed controls to the row now.
+    bool storeChanges();
+    // Removes the current row; a pending new row is dropped and no stored row goes.
+    void deleteCurrent();
+
+signals:
+    void reposition();
+
+private:
+    struct Binding;
+    enum class Move { First, Previous, Next, Last };
+
+    bool move(Move where);
+    void showCurrentRow();
+    void showBlank();
+    void applyEnabledState();
+    void noteChange(QWidget* control);
+    std::optional<QVariantMap> collectChanges();
+    bool writeChanges(const QVariantMap& changes);
+    void clearChanges();
+    void refuse(const QString& text, QWidget* focus);
+
+    std::vector<std::unique_ptr<Binding>> m_bindings;
+    std::unique_ptr<Recordset> m_recordset;
+    Dialogs* m_dialogs = nullptr;
+    QLabel* m_caption = nullptr;
+    bool m_loading = false;
+    bool m_pendingNew = false;
+};
+
+} // namespace tarn

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Dialogs.h"
+
+namespace tarn {
+
+// The real dialogs, from Qt Widgets.
+class QtDialogs final : public Dialogs {
+public:
+    QString inputBox(QWidget* parent, const QString& prompt, const QString& title) override;
+    void message(QWidget* parent, const QString& text) override;
+    bool confirm(QWidget* parent, const QString& text, const QString& title) override;
+    QString openFileName(QWidget* parent, const QString& filter) override;
+    QString saveFileName(QWidget* parent, const QString& filter) override;
+    void setBusy(bool busy) override;
+    void showModal(QWidget& window) override;
+
+private:
+    bool m_busy = false;
+};
+
+// Turns "Name (*.x)|*.x|All Files (*.*)|*.*" into the filter list of a Qt file dialog.
+QString qtFileFilter(const QString& filter);
+
+} // namespace tarn
