@@ -1,0 +1,169 @@
+#include "core/DataDirectory.h"
+#include "core/ModId.h"
+#include "core/Stores.h"
+#include "store/Configurations.h"
+#include "store/StoreError.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tarn;
+
+namespace {
+
+void writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class StartupTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void modIdIsReadByItsRules_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("modId");
+        QTest::newRow("as written") << QByteArray("\"7\"\r\n") << "7";
+        QTest::newRow("quoted") << QByteArray("\"my mod\"\r\n") << "my mod";
+        QTest::newRow("unquoted") << QByteArray("42\r\n") << "42";
+        QTest::newRow("unquoted to the comma") << QByteArray("42,43\r\n") << "42";
+        QTest::newRow("spaces inside quotes go") << QByteArray("\"  42 \"\r\n") << "42";
+        QTest::newRow("blanks ahead skipped") << QByteArray("   \"x\"") << "x";
+        QTest::newRow("empty quotes") << QByteArray("\"\"\r\n") << "";
+        QTest::newRow("empty file") << QByteArray() << "0";
+        QTest::newRow("only blanks") << QByteArray("   ") << "0";
+        QTest::newRow("rest of file ignored") << QByteArray("\"a\"\r\n\"b\"\r\n") << "a";
+        QTest::newRow("no closing quote") << QByteArray("\"open\r\nnext") << "open";
+        QTest::newRow("comma inside quotes") << QByteArray("\"a,b\"") << "a,b";
+        QTest::newRow("tab kept inside") << QByteArray("\"a\tb\"") << "a\tb";
+    }
+    void modIdIsReadByItsRules()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, modId);
+        QCOMPARE(parseModId(content), modId);
+    }
+
+    void modIdFileRoundTrips()
+    {
+        QTemporaryDir dir;
+        const QString ini = dir.filePath(SettingsFile);
+        QCOMPARE(readModId(ini), QStringLiteral("0")); // missing file
+        QVERIFY(!writeModId(ini, QStringLiteral("7")));
+        QCOMPARE(readFile(ini), QByteArray("\"7\"\r\n"));
+        QVERIFY(!writeModId(ini, QStringLiteral("  ")));
+        QCOMPARE(readModId(ini), QString()); // spaces only come back empty
+        QVERIFY(!writeModId(ini, QStringLiteral(" 12 ")));
+        QCOMPARE(readModId(ini), QStringLiteral("12"));
+    }
+
+    void unwritableModIdSaysWhy()
+    {
+        QTemporaryDir dir;
+        writeFile(dir.filePath("blocker"), "x");
+        const auto error = writeModId(dir.filePath("blocker/tarn.ini"), QStringLiteral("5"));
+        QVERIFY(error);
+        QVERIFY(error->contains(QStringLiteral("tarn.ini")));
+        QCOMPARE(readFile(dir.filePath("blocker")), QByteArray("x"));
+    }
+
+    void dataDirectoryIsChosenInOrder()
+    {
+        QTemporaryDir portable;
+        DataDirectoryChoice choice{"/opt", "/env", portable.path(), "/home/u/.local/share/tarn"};
+        QCOMPARE(chooseDataDirectory(choice), QStringLiteral("/opt"));
+        choice.option.clear();
+        QCOMPARE(chooseDataDirectory(choice), QStringLiteral("/env"));
+        choice.environment.clear();
+        QCOMPARE(chooseDataDirectory(choice), choice.userDirectory); // no store beside the program
+        writeFile(QDir(portable.path()).filePath(ClassStoreFile), "");
+        QCOMPARE(chooseDataDirectory(choice), portable.path());
+    }
+
+    void missingStoresAreMadeWithStartingRows()
+    {
+        QTemporaryDir dir;
+        const QString data = dir.filePath("new/nested");
+        Stores stores = openStores(data);
+        QCOMPARE(listConfigurations(*stores.classDb), QStringList{"Example"});
+        QCOMPARE(stores.refDb->scalar("select count(*) from item").toInt(), 8);
+        QCOMPARE(stores.refDb->scalar("select count(*) from special").toInt(), 21);
+        QCOMPARE(stores.refDb->scalar("select sum(s_id) from special").toLongLong(), (1LL << 21) - 1);
+        QVERIFY(stores.refDb->scalar("select count(*) from weapon where kd_enabled = 1").toInt() > 1);
+        QVERIFY(!QFile::exists(QDir(data).filePath(ClassStoreFile + ".new")));
+    }
+
+    void existingStoresAreOpenedNotRemade()
+    {
+        QTemporaryDir dir;
+        {
+            Stores stores = openStores(dir.path());
+            deleteConfiguration(*stores.classDb, QStringLiteral("Example"));
+        }
+        Stores again = openStores(dir.path());
+        QVERIFY(listConfigurations(*again.classDb).isEmpty());
+    }
+
+    void foreignFilesAreRefusedAndLeftAlone_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("text as class store") << ClassStoreFile << QByteArray("not a database at all, just text\n");
+        QTest::newRow("text as reference store") << ReferenceStoreFile << QByteArray("garbage garbage garbage");
+    }
+    void foreignFilesAreRefusedAndLeftAlone()
+    {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, content);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(file);
+        writeFile(path, content);
+        try {
+            openStores(dir.path());
+            QFAIL("a foreign file was taken for a store");
+        } catch (const StoreError& error) {
+            QVERIFY2(error.message().contains(file), qPrintable(error.message()));
+        }
+        QCOMPARE(readFile(path), content);
+    }
+
+    void databaseOfAnotherProgramIsRefused()
+    {
+        QTemporaryDir dir;
+        {
+            Database other(dir.filePath(ClassStoreFile), Database::Open::CreateNew);
+            other.exec(QStringLiteral("create table package (name text)"));
+        }
+        try {
+            openStores(dir.path());
+            QFAIL("a store without our tables was opened");
+        } catch (const StoreError& error) {
+            QVERIFY2(error.message().contains(QStringLiteral("classdef")) ||
+                         error.message().contains(QStringLiteral("package_name")),
+                     qPrintable(error.message()));
+        }
+    }
+
+    void uncreatableDirectoryIsRefused()
+    {
+        QTemporaryDir dir;
+        writeFile(dir.filePath("plain-file"), "x");
+        QVERIFY_THROWS_EXCEPTION(StoreError, openStores(dir.filePath("plain-file/data")));
+    }
+};
+
+QTEST_GUILESS_MAIN(StartupTest)
+#include "tst_startup.moc"

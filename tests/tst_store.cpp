@@ -1,0 +1,190 @@
+#include "core/Stores.h"
+#include "store/Configurations.h"
+#include "store/Database.h"
+#include "store/Recordset.h"
+#include "store/Schema.h"
+#include "store/StoreError.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tarn;
+
+class StoreTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<Database> m_db;
+
+    void addWeapon(int id, const QString& name)
+    {
+        m_db->prepare(QStringLiteral("insert into weapon (w_id, w_name, kd_enabled) values (?, ?, 1)")).run({id, name});
+    }
+    QStringList names(Recordset& rs)
+    {
+        QStringList seen;
+        for (rs.moveFirst(); !rs.eof(); rs.moveNext())
+            seen << rs.value(QStringLiteral("w_name")).toString();
+        return seen;
+    }
+
+private slots:
+    void init()
+    {
+        QFile::remove(m_dir.filePath("ref.db"));
+        m_db = std::make_unique<Database>(m_dir.filePath("ref.db"), Database::Open::CreateNew);
+        schema::create(*m_db, schema::referenceTables());
+        addWeapon(30, QStringLiteral("c"));
+        addWeapon(10, QStringLiteral("a"));
+        addWeapon(20, QStringLiteral("b"));
+    }
+
+    void recordsetFollowsTheStatementOrderAndStopsAtTheEnds()
+    {
+        Recordset rs(*m_db, QStringLiteral("select * from weapon order by w_id"));
+        QCOMPARE(rs.recordCount(), 3);
+        QCOMPARE(rs.value("w_name").toString(), QStringLiteral("a"));
+        QCOMPARE(names(rs), (QStringList{"a", "b", "c"}));
+        QVERIFY(rs.eof());
+        rs.moveLast();
+        QCOMPARE(rs.value("w_id").toInt(), 30);
+        rs.moveFirst();
+        rs.movePrevious();
+        QVERIFY(rs.bof());
+        QVERIFY(!rs.hasCurrent());
+    }
+
+    void recordsetReadsValuesFreshButKeepsItsSet()
+    {
+        Recordset rs(*m_db, QStringLiteral("select * from weapon where kd_enabled = 1 order by w_id"));
+        m_db->exec(QStringLiteral("update weapon set w_name = 'renamed', kd_enabled = 0 where w_id = 10"));
+        addWeapon(5, QStringLiteral("later"));
+        QCOMPARE(rs.recordCount(), 3); // the set was fixed when opened
+        QCOMPARE(rs.value("w_name").toString(), QStringLiteral("renamed"));
+        rs.requery();
+        QCOMPARE(names(rs), (QStringList{"later", "b", "c"}));
+    }
+
+    void addNewStandsAtTheEndUntilRequery()
+    {
+        Recordset rs(*m_db, QStringLiteral("select * from weapon order by w_id"));
+        rs.addNew({{"w_id", 1}, {"w_name", "first by id"}});
+        QCOMPARE(rs.value("w_name").toString(), QStringLiteral("a")); // the current row stays
+        rs.moveLast();
+        QCOMPARE(rs.value("w_name").toString(), QStringLiteral("first by id"));
+        QVERIFY(rs.value("w_damage").isNull()); // unset columns are missing values
+        rs.requery();
+        QCOMPARE(rs.value("w_name").toString(), QStringLiteral("first by id"));
+    }
+
+    void deleteLeavesNoCurrentRowUntilTheNextMove()
+    {
+        Recordset rs(*m_db, QStringLiteral("select * from weapon order by w_id"));
+        rs.moveNext();
+        rs.deleteCurrent();
+        QVERIFY(!rs.hasCurrent());
+        QVERIFY_THROWS_EXCEPTION(StoreError, rs.value("w_name"));
+        rs.moveNext();
+        QCOMPARE(rs.value("w_name").toString(), QStringLiteral("c"));
+        rs.deleteCurrent();
+        rs.moveNext();
+        QVERIFY(rs.eof());
+        rs.moveLast();
+        QCOMPARE(rs.value("w_name").toString(), QStringLiteral("a"));
+        rs.deleteCurrent();
+        rs.moveLast();
+        QVERIFY(rs.isEmpty());
+        QVERIFY(!rs.hasCurrent());
+    }
+
+    void emptySetHasNoCurrentRowAndTakesANewOne()
+    {
+        Recordset rs(*m_db, QStringLiteral("select * from weapon where w_id > 100"));
+        QVERIFY(rs.isEmpty());
+        QVERIFY(rs.eof());
+        rs.addNew({{"w_id", 200}});
+        QVERIFY(!rs.hasCurrent());
+        rs.moveLast();
+        QCOMPARE(rs.value("w_id").toInt(), 200);
+    }
+
+    void boundParametersCarryAnyName_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("apostrophe") << QStringLiteral("Bob's mod");
+        QTest::newRow("injection") << QStringLiteral("x' OR '1'='1");
+        QTest::newRow("blanks kept") << QStringLiteral("  spaced  ");
+    }
+    void boundParametersCarryAnyName()
+    {
+        QFETCH(QString, name);
+        Database db(m_dir.filePath("dat.db"), Database::Open::CreateNew);
+        schema::create(db, schema::dataTables());
+        addConfiguration(db, QStringLiteral("other"));
+        db.exec(QStringLiteral("insert into classdef (package_name, class_num) values ('other', 1)"));
+        addConfiguration(db, name);
+        db.prepare(QStringLiteral("insert into classdef (package_name, class_num) values (?, 1)")).run({name});
+        Recordset rs(db, QStringLiteral("select * from classdef where package_name = ?"), {name});
+        QCOMPARE(rs.recordCount(), 1);
+        QCOMPARE(rs.value("package_name").toString(), name);
+        deleteConfiguration(db, name);
+        QCOMPARE(listConfigurations(db), QStringList{"other"});
+        QCOMPARE(db.scalar(QStringLiteral("select count(*) from classdef")).toInt(), 1);
+        QFile::remove(m_dir.filePath("dat.db"));
+    }
+
+    void storeRefusesWhatAColumnCannotHold_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::newRow("16-bit overflow") << "insert into weapon (w_id) values (32768)";
+        QTest::newRow("text in a number") << "insert into weapon (w_id) values ('abc')";
+        QTest::newRow("32-bit overflow") << "insert into item (i_id) values (2147483648)";
+        QTest::newRow("flag other than 0 or 1") << "insert into special (s_id, kd_enabled) values (1, 40000)";
+    }
+    void storeRefusesWhatAColumnCannotHold()
+    {
+        QFETCH(QString, statement);
+        QVERIFY_THROWS_EXCEPTION(StoreError, m_db->exec(statement));
+    }
+
+    void textFromBoxesBecomesColumnValues_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<QVariant>("value");
+        const int integer = int(ColumnKind::Integer);
+        QTest::newRow("empty is missing") << integer << "" << true << QVariant();
+        QTest::newRow("lowest") << integer << "-32768" << true << QVariant(qlonglong(-32768));
+        QTest::newRow("too high") << integer << "32768" << false << QVariant();
+        QTest::newRow("letters") << integer << "12a" << false << QVariant();
+        QTest::newRow("fraction") << integer << "1.5" << false << QVariant();
+        QTest::newRow("long top") << int(ColumnKind::Long) << "2147483647" << true << QVariant(qlonglong(2147483647));
+        QTest::newRow("long over") << int(ColumnKind::Long) << "2147483648" << false << QVariant();
+        QTest::newRow("text kept as typed") << int(ColumnKind::Text) << " a b " << true << QVariant(" a b ");
+    }
+    void textFromBoxesBecomesColumnValues()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, text);
+        QFETCH(bool, accepted);
+        QFETCH(QVariant, value);
+        const auto result = columnValueFromText(ColumnKind(kind), text);
+        QCOMPARE(result.has_value(), accepted);
+        if (accepted)
+            QCOMPARE(*result, value);
+    }
+
+    void newRowColumnsDefaultToMissing()
+    {
+        Database db(m_dir.filePath("defaults.db"), Database::Open::CreateNew);
+        schema::create(db, schema::dataTables());
+        db.exec(QStringLiteral("insert into classdef (package_name, class_name, class_num) values ('p', 'c', 1)"));
+        QVERIFY(db.scalar(QStringLiteral("select s21 from classdef")).isNull());
+        QVERIFY(db.scalar(QStringLiteral("select w2 from classdef")).isNull());
+    }
+};
+
+QTEST_GUILESS_MAIN(StoreTest)
+#include "tst_store.moc"
