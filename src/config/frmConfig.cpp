@@ -1,6 +1,7 @@
 #include "frmConfig.h"
 
 #include "classes/frmClasses.h"
+#include "classfile/ImportCommand.h"
 #include "core/AppState.h"
 #include "core/ModId.h"
 #include "frmAbout.h"
@@ -130,7 +131,20 @@ void frmConfig::btCopy_Click()
 
 void frmConfig::btImport_Click()
 {
-    // IMPORT-PENDING
+    const QString name = m_dialogs.inputBox(this, QStringLiteral("Enter the name of the config you wish to copy to"),
+                                            QStringLiteral("Copy Config"));
+    if (name.isEmpty())
+        return;
+    const QString file = m_dialogs.openFileName(this, ClassFileFilter);
+    if (file.isEmpty())
+        return;
+    m_dialogs.setBusy(true);
+    const ImportResult result = importClassFile(m_state.classDb(), name, file);
+    if (result.status == ImportResult::Status::Complete)
+        guarded([this] { RefreshList(); });
+    m_dialogs.setBusy(false);
+    m_dialogs.message(this, result.status == ImportResult::Status::Complete ? QStringLiteral("Import Complete")
+                                                                             : result.message);
 }
 
 void frmConfig::mnuSetModID_Click()

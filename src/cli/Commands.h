@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Tarnctl.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace tarn::cli {
+
+// The command line once its options are taken off: the command, its arguments and
+// the data directory they work on.
+struct Invocation {
+    QString command;
+    QStringList arguments;
+    QString dataDirectory;
+    bool unprotected = false;
+};
+
+// Commands on the stores of the data directory.
+int listCommand(const Invocation& call, Console& console);
+int newCommand(const Invocation& call, Console& console);
+int deleteCommand(const Invocation& call, Console& console);
+int copyCommand(const Invocation& call, Console& console);
+int exportCommand(const Invocation& call, Console& console);
+int importCommand(const Invocation& call, Console& console);
+int modIdCommand(const Invocation& call, Console& console);
+
+// Commands on class files alone.
+int protectCommand(const Invocation& call, Console& console);
+int unprotectCommand(const Invocation& call, Console& console);
+int checkCommand(const Invocation& call, Console& console);
+
+} // namespace tarn::cli

@@ -1,0 +1,89 @@
+#include "Commands.h"
+
+#include "classfile/ImportCommand.h"
+#include "classfile/Protection.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTextStream>
+
+namespace tarn::cli {
+
+namespace {
+
+// A line's text without its ending, and the ending as it stood.
+std::pair<QByteArray, QByteArray> splitEnding(const QByteArray& line)
+{
+    qsizetype end = line.size();
+    while (end > 0 && (line[end - 1] == '\n' || line[end - 1] == '\r'))
+        --end;
+    return {line.left(end), line.mid(end)};
+}
+
+qsizetype firstUnprotectable(const QByteArray& text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (static_cast<unsigned char>(text[i]) >= 128)
+            return i;
+    }
+    return -1;
+}
+
+// Passes standard input to standard output a line at a time, each line through
+// the given step; a step that refuses a line ends the filter with status 1.
+template <typename Step> int filterLines(Console& console, Step step)
+{
+    int lineNumber = 0;
+    while (!console.in.atEnd()) {
+        const auto [text, ending] = splitEnding(console.in.readLine());
+        ++lineNumber;
+        const std::optional<QByteArray> converted = step(text, lineNumber);
+        if (!converted)
+            return Refused;
+        console.out.write(*converted + ending);
+    }
+    return Success;
+}
+
+} // namespace
+
+int protectCommand(const Invocation&, Console& console)
+{
+    return filterLines(console, [&](const QByteArray& text, int lineNumber) -> std::optional<QByteArray> {
+        if (const qsizetype at = firstUnprotectable(text); at >= 0) {
+            console.error << QStringLiteral("tarnctl: line %1 holds the byte %2 at column %3, which a protected "
+                                            "class file cannot carry\n")
+                                 .arg(lineNumber)
+                                 .arg(static_cast<unsigned char>(text[at]))
+                                 .arg(at + 1);
+            return std::nullopt;
+        }
+        return protectLine(text, true);
+    });
+}
+
+int unprotectCommand(const Invocation&, Console& console)
+{
+    return filterLines(console, [](const QByteArray& text, int) -> std::optional<QByteArray> {
+        return unprotectLine(text);
+    });
+}
+
+int checkCommand(const Invocation& call, Console& console)
+{
+    const QString& path = call.arguments[0];
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        console.error << QStringLiteral("tarnctl: cannot open %1: %2\n").arg(QDir::toNativeSeparators(path),
+                                                                           file.errorString());
+        return Refused;
+    }
+    const QStringList problems = checkClassFile(file);
+    for (const QString& problem : problems)
+        console.error << QDir::toNativeSeparators(path) << ": " << problem << '\n';
+    if (problems.isEmpty())
+        console.text << QDir::toNativeSeparators(path) << ": no problems\n";
+    return problems.isEmpty() ? Success : Refused;
+}
+
+} // namespace tarn::cli

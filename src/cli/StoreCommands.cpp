@@ -1,0 +1,131 @@
+#include "Commands.h"
+
+#include "classfile/ExportCommand.h"
+#include "classfile/ImportCommand.h"
+#include "core/AppState.h"
+#include "core/ModId.h"
+#include "store/Configurations.h"
+#include "store/StoreError.h"
+
+#include <QTextStream>
+#include <functional>
+
+namespace tarn::cli {
+
+namespace {
+
+int refuse(Console& console, const QString& why)
+{
+    console.error << "tarnctl: " << why << '\n';
+    console.error.flush();
+    return Refused;
+}
+
+// Opens the stores of the data directory and runs the command on them; a store
+// that cannot be opened, or that refuses, is reported and ends with status 1.
+int withStores(const Invocation& call, Console& console, const std::function<int(AppState&)>& command)
+{
+    try {
+        const std::unique_ptr<AppState> state = AppState::open(call.dataDirectory);
+        state->modId = readModId(state->settingsPath());
+        return command(*state);
+    } catch (const StoreError& error) {
+        return refuse(console, error.message());
+    }
+}
+
+std::optional<int> requireConfiguration(AppState& state, const QString& name, Console& console)
+{
+    if (configurationExists(state.classDb(), name))
+        return std::nullopt;
+    return refuse(console, QStringLiteral("no configuration is named \"%1\"").arg(name));
+}
+
+} // namespace
+
+int listCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        for (const QString& name : listConfigurations(state.classDb()))
+            console.text << name << '\n';
+        return Success;
+    });
+}
+
+int newCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        if (call.arguments[0].isEmpty())
+            return refuse(console, QStringLiteral("a configuration name cannot be empty"));
+        addConfiguration(state.classDb(), call.arguments[0]);
+        return Success;
+    });
+}
+
+int deleteCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        if (const auto refused = requireConfiguration(state, call.arguments[0], console))
+            return *refused;
+        deleteConfiguration(state.classDb(), call.arguments[0]);
+        return Success;
+    });
+}
+
+int copyCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        if (const auto refused = requireConfiguration(state, call.arguments[0], console))
+            return *refused;
+        if (call.arguments[1].isEmpty())
+            return refuse(console, QStringLiteral("a configuration name cannot be empty"));
+        copyConfiguration(state.classDb(), call.arguments[0], call.arguments[1]);
+        return Success;
+    });
+}
+
+int exportCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        const QString& name = call.arguments[0];
+        if (const auto refused = requireConfiguration(state, name, console))
+            return *refused;
+        const auto error = exportConfigurationToFile(state.classDb(), state.refDb(), name, state.modId,
+                                                     !call.unprotected, call.arguments[1]);
+        return error ? refuse(console, *error) : Success;
+    });
+}
+
+int importCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        if (call.arguments[1].isEmpty())
+            return refuse(console, QStringLiteral("a configuration name cannot be empty"));
+        const ImportResult result = importClassFile(state.classDb(), call.arguments[1], call.arguments[0]);
+        if (result.status == ImportResult::Status::BadRecord) {
+            console.error << result.message << '\n'; // the workbench's own words, as scripts may look for them
+            return Refused;
+        }
+        if (result.status != ImportResult::Status::Complete)
+            return refuse(console, result.message);
+        console.text << result.message << '\n';
+        return Success;
+    });
+}
+
+int modIdCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        if (call.arguments.isEmpty()) {
+            console.text << state.modId << '\n';
+            return Success;
+        }
+        if (call.arguments[0].isEmpty())
+            return refuse(console, QStringLiteral("an empty Mod ID is not taken; the Mod ID stays \"%1\"")
+                                       .arg(state.modId));
+        const auto error = writeModId(state.settingsPath(), call.arguments[0]);
+        return error ? refuse(console, *error) : Success;
+    });
+}
+
+} // namespace tarn::cli
