@@ -4,7 +4,8 @@
 #include <QString>
 #include <QStringView>
 
-namespace tarn {
+namespace tarn
+{
 
 // Class files carry one byte per character in Windows-1252 on every platform. The
 // five bytes the code page leaves undefined decode to the control character of the

@@ -1,8 +1,10 @@
 #include "Protection.h"
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 constexpr unsigned char Shift = 128;
 // Codes above these are shifted; the two differ, so code 128 is left alone both ways.

@@ -3,7 +3,8 @@
 #include <QByteArray>
 #include <array>
 
-namespace tarn {
+namespace tarn
+{
 
 // The fields of one class file line: entries 1 to 30; entry 0 is never used, so the
 // entry number is the field number of the format.
