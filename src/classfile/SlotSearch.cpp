@@ -2,9 +2,11 @@
 
 #include <optional>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 std::optional<qint64> wantedId(const QString& idText)
 {

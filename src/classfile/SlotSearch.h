@@ -3,7 +3,8 @@
 #include <QString>
 #include <vector>
 
-namespace tarn {
+namespace tarn
+{
 
 // The picker position to show for the id a weapon or grenade slot holds, ids being
 // the picker's entries in order. Position 0 is never compared: it is the answer
