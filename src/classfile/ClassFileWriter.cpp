@@ -7,9 +7,11 @@
 #include <QIODevice>
 #include <algorithm>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 constexpr char LineEnd[] = "\r\n";
 constexpr unsigned char FirstCodeWithoutProtectedForm = 128;

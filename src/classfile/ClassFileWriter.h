@@ -7,7 +7,8 @@
 
 class QIODevice;
 
-namespace tarn {
+namespace tarn
+{
 
 // A stored number as its box shows it; a missing value is written as empty text.
 using ShownNumber = std::optional<qint64>;
@@ -32,7 +33,8 @@ struct ExportedClass {
 // Writes a class file, protected or not, to a device opened for writing. Each call
 // writes whole lines; a text that the chosen form cannot carry, or a device that
 // fails, throws ClassFileError before anything of that call reaches the device.
-class ClassFileWriter {
+class ClassFileWriter
+{
 public:
     ClassFileWriter(QIODevice& out, bool protectOutput);
 

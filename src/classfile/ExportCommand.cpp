@@ -1,0 +1,72 @@
+#include "ExportCommand.h"
+
+#include "ClassFileError.h"
+#include "ClassFileWriter.h"
+#include "ExportWalk.h"
+#include "store/Database.h"
+#include "store/StoreError.h"
+
+#include <QDir>
+#include <QSaveFile>
+#include <functional>
+
+namespace tarn
+{
+
+namespace
+{
+
+struct ExportRequest {
+    const QString& configName;
+    const QString& modId;
+    bool protectOutput;
+};
+
+// The rows take the tracked slots only once the output is complete, so that a
+// refused or failed export changes nothing.
+std::optional<QString> exportTo(Database& classDb, Database& refDb, const ExportRequest& request, QIODevice& out,
+                                const std::function<void()>& completeOutput)
+{
+    try {
+        const ReferenceLists lists = loadReferenceLists(refDb);
+        Transaction transaction(classDb);
+        ClassFileWriter writer(out, request.protectOutput);
+        writer.writeHeader(request.modId, request.configName);
+        ExportWalk(classDb, lists).run(request.configName, writer);
+        completeOutput();
+        transaction.commit();
+        return std::nullopt;
+    } catch (const ClassFileError& e) {
+        return e.message();
+    } catch (const StoreError& e) {
+        return e.message();
+    }
+}
+
+} // namespace
+
+std::optional<QString> exportConfiguration(Database& classDb, Database& refDb, const QString& configName,
+                                           const QString& modId, bool protectOutput, QIODevice& out)
+{
+    return exportTo(classDb, refDb, {configName, modId, protectOutput}, out, [] {});
+}
+
+std::optional<QString> exportConfigurationToFile(Database& classDb, Database& refDb, const QString& configName,
+                                                 const QString& modId, bool protectOutput, const QString& path)
+{
+    QSaveFile file(path);
+    const auto cannotWrite = [&] {
+        return QStringLiteral("Cannot write %1: %2").arg(QDir::toNativeSeparators(path), file.errorString());
+    };
+    if (!file.open(QIODevice::WriteOnly))
+        return cannotWrite();
+    const std::optional<QString> error = exportTo(classDb, refDb, {configName, modId, protectOutput}, file, [&] {
+        if (!file.commit())
+            throw ClassFileError(file.errorString());
+    });
+    if (error && file.error() != QFileDevice::NoError)
+        return cannotWrite();
+    return error;
+}
+
+} // namespace tarn

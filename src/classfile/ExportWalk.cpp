@@ -1,0 +1,194 @@
+#include "ExportWalk.h"
+
+#include "ClassFileWriter.h"
+#include "SlotSearch.h"
+#include "store/Database.h"
+#include "store/Schema.h"
+#include "store/Statements.h"
+
+#include <QHash>
+
+namespace tarn
+{
+
+namespace
+{
+
+constexpr std::size_t WeaponSlots = 9; // slots 2 to 10
+constexpr std::size_t GrenadeSlots = 3;
+constexpr std::size_t AmmoLimits = 6;
+
+// Where each column that the export reads stands in the rows of the walk.
+struct Columns {
+    int rowId = 0;
+    int name = 0, model = 0, redSkin = 0, blueSkin = 0, decoySkin = 0, armor = 0, speed = 0, health = 0;
+    std::array<int, WeaponSlots> weapons{};
+    std::array<int, GrenadeSlots> grenades{};
+    std::array<int, ItemBoxes> items{};
+    std::array<int, SpecialBoxes> specials{};
+    std::array<int, AmmoLimits> ammo{};
+};
+
+template <std::size_t N>
+void locateSeries(std::array<int, N>& columns, const QHash<QString, int>& at, const char* prefix, int first)
+{
+    for (std::size_t k = 0; k < N; ++k)
+        columns[k] = at.value(QLatin1String(prefix) + QString::number(first + int(k)));
+}
+
+Columns locate(const Statement& rows)
+{
+    QHash<QString, int> at;
+    for (int i = 0; i < rows.columnCount(); ++i)
+        at.insert(rows.columnName(i).toLower(), i);
+    Columns c;
+    c.rowId = at.value(QStringLiteral("rowid"));
+    c.name = at.value(QStringLiteral("class_name"));
+    c.model = at.value(QStringLiteral("model_name"));
+    c.redSkin = at.value(QStringLiteral("skin_name1"));
+    c.blueSkin = at.value(QStringLiteral("skin_name2"));
+    c.decoySkin = at.value(QStringLiteral("decoyskin"));
+    c.armor = at.value(QStringLiteral("max_armor"));
+    c.speed = at.value(QStringLiteral("max_speed"));
+    c.health = at.value(QStringLiteral("max_health"));
+    locateSeries(c.weapons, at, "w", 2);
+    locateSeries(c.grenades, at, "g", 1);
+    locateSeries(c.items, at, "i", 1);
+    locateSeries(c.specials, at, "s", 1);
+    const char* ammo[] = {"maxbullets", "maxshells", "maxrockets", "maxgrenades", "maxcells", "maxslugs"};
+    for (std::size_t k = 0; k < AmmoLimits; ++k)
+        c.ammo[k] = at.value(QLatin1String(ammo[k]));
+    return c;
+}
+
+// The walk needs each row's id to store what the tracking changed; the rows and their
+// order stay those of the editor's statement.
+QString walkSql()
+{
+    return QStringLiteral("select rowid, ") + sql::OrderedClassesOfConfig.mid(QStringLiteral("select ").size());
+}
+
+QString updateSlotsSql()
+{
+    QStringList assignments;
+    for (std::size_t k = 0; k < WeaponSlots; ++k)
+        assignments << QStringLiteral("w%1 = ?").arg(k + 2);
+    for (std::size_t k = 0; k < GrenadeSlots; ++k)
+        assignments << QStringLiteral("g%1 = ?").arg(k + 1);
+    return QStringLiteral("update classdef set %1 where rowid = ?").arg(assignments.join(u", "));
+}
+
+ShownNumber shown(const Statement& row, int column)
+{
+    return row.isNull(column) ? ShownNumber() : ShownNumber(row.int64(column));
+}
+
+template <std::size_t N> std::array<ShownNumber, N> shownSeries(const Statement& row, const std::array<int, N>& columns)
+{
+    std::array<ShownNumber, N> values;
+    for (std::size_t k = 0; k < N; ++k)
+        values[k] = shown(row, columns[k]);
+    return values;
+}
+
+// The sum of the ids of the ticked boxes, wrapping as a signed 32-bit number. Only
+// boxes with a reference row count; a greyed box counts like any other.
+template <std::size_t N>
+qint32 boxSum(const Statement& row, const std::vector<BoxEntry>& boxes, const std::array<int, N>& columns)
+{
+    quint32 sum = 0;
+    for (std::size_t k = 0; k < boxes.size() && k < N; ++k) {
+        if (!row.isNull(columns[k]) && row.int64(columns[k]) == 1)
+            sum += quint32(boxes[k].id);
+    }
+    return qint32(sum);
+}
+
+// What the picker tracking leaves in one slot: the id of the entry that the search
+// finds, or the slot as stored when the picker has no entry to show.
+ShownNumber trackSlot(const std::vector<qint64>& ids, const ShownNumber& stored)
+{
+    if (ids.empty())
+        return stored;
+    const QString storedText = stored ? QString::number(*stored) : QString();
+    return ids[std::size_t(findSlotPosition(ids, storedText))];
+}
+
+template <std::size_t N> bool trackSlots(std::array<ShownNumber, N>& slotIds, const std::vector<qint64>& ids)
+{
+    bool changed = false;
+    for (ShownNumber& slot : slotIds) {
+        const ShownNumber tracked = trackSlot(ids, slot);
+        changed = changed || tracked != slot;
+        slot = tracked;
+    }
+    return changed;
+}
+
+QVariant columnValue(const ShownNumber& value)
+{
+    return value ? QVariant(qlonglong(*value)) : QVariant();
+}
+
+QVariantList slotValues(const ExportedClass& cls, qint64 rowId)
+{
+    QVariantList values;
+    for (const ShownNumber& weapon : cls.weapons)
+        values << columnValue(weapon);
+    for (const ShownNumber& grenade : cls.grenades)
+        values << columnValue(grenade);
+    values << rowId;
+    return values;
+}
+
+ExportedClass exportedClass(const Statement& row, const Columns& c, const ReferenceLists& lists)
+{
+    ExportedClass cls;
+    cls.name = row.text(c.name);
+    cls.model = row.text(c.model);
+    cls.redSkin = row.text(c.redSkin);
+    cls.blueSkin = row.text(c.blueSkin);
+    cls.decoySkin = shown(row, c.decoySkin);
+    cls.weapons = shownSeries(row, c.weapons);
+    cls.grenades = shownSeries(row, c.grenades);
+    cls.armor = shown(row, c.armor);
+    cls.speed = shown(row, c.speed);
+    cls.health = shown(row, c.health);
+    cls.abilitySum = boxSum(row, lists.specials, c.specials);
+    cls.itemSum = boxSum(row, lists.items, c.items);
+    cls.ammo = shownSeries(row, c.ammo);
+    return cls;
+}
+
+std::vector<qint64> idsOf(const std::vector<PickerEntry>& entries)
+{
+    std::vector<qint64> ids;
+    ids.reserve(entries.size());
+    for (const PickerEntry& entry : entries)
+        ids.push_back(entry.id);
+    return ids;
+}
+
+} // namespace
+
+ExportWalk::ExportWalk(Database& classDb, const ReferenceLists& lists)
+    : m_classDb(classDb), m_lists(lists), m_weaponIds(idsOf(lists.weapons)), m_grenadeIds(idsOf(lists.grenades))
+{
+}
+
+void ExportWalk::run(const QString& configName, ClassFileWriter& writer)
+{
+    Statement rows = m_classDb.prepare(walkSql());
+    rows.bind(1, configName);
+    Statement updateSlots = m_classDb.prepare(updateSlotsSql());
+    const Columns columns = locate(rows);
+    while (rows.step()) {
+        ExportedClass cls = exportedClass(rows, columns, m_lists);
+        const bool weaponsChanged = trackSlots(cls.weapons, m_weaponIds);
+        if (trackSlots(cls.grenades, m_grenadeIds) || weaponsChanged)
+            updateSlots.run(slotValues(cls, rows.int64(columns.rowId)));
+        writer.writeClass(cls);
+    }
+}
+
+} // namespace tarn

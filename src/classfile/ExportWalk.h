@@ -1,0 +1,29 @@
+#pragma once
+
+#include "store/ReferenceLists.h"
+
+#include <QString>
+
+namespace tarn
+{
+
+class ClassFileWriter;
+class Database;
+
+// Walks the classes of a configuration in class_num order as the class editor does:
+// the slot tracking runs on each row and stores what it changed, the ticked boxes
+// are summed, and the class goes to the writer.
+class ExportWalk
+{
+public:
+    ExportWalk(Database& classDb, const ReferenceLists& lists);
+    void run(const QString& configName, ClassFileWriter& writer);
+
+private:
+    Database& m_classDb;
+    const ReferenceLists& m_lists;
+    std::vector<qint64> m_weaponIds;
+    std::vector<qint64> m_grenadeIds;
+};
+
+} // namespace tarn

@@ -1,0 +1,331 @@
+#include "classfile/ExportCommand.h"
+#include "classfile/SlotSearch.h"
+#include "core/Stores.h"
+#include "store/Database.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tarn;
+
+namespace
+{
+
+struct ClassSpec {
+    QString name;
+    QString model;
+    QString red;
+    QString blue;
+    int decoy = 0;
+    QList<int> weapons; // slots 2 to 10
+    QList<int> grenades;
+    int armor = 0;
+    int speed = 0;
+    int health = 0;
+    QList<int> abilities; // ticked s columns
+    QList<int> items;     // ticked i columns
+    QList<int> ammo;
+};
+
+QVariantMap columnsOf(const ClassSpec& c)
+{
+    QVariantMap row{{"class_name", c.name}, {"model_name", c.model}, {"skin_name1", c.red},  {"skin_name2", c.blue},
+                    {"decoyskin", c.decoy}, {"max_armor", c.armor},  {"max_speed", c.speed}, {"max_health", c.health}};
+    for (int k = 0; k < c.weapons.size(); ++k)
+        row.insert(QStringLiteral("w%1").arg(k + 2), c.weapons[k]);
+    for (int k = 0; k < c.grenades.size(); ++k)
+        row.insert(QStringLiteral("g%1").arg(k + 1), c.grenades[k]);
+    for (int s : c.abilities)
+        row.insert(QStringLiteral("s%1").arg(s), 1);
+    for (int i : c.items)
+        row.insert(QStringLiteral("i%1").arg(i), 1);
+    const QStringList ammo{"maxbullets", "maxshells", "maxrockets", "maxgrenades", "maxcells", "maxslugs"};
+    for (int k = 0; k < c.ammo.size(); ++k)
+        row.insert(ammo[k], c.ammo[k]);
+    return row;
+}
+
+const ClassSpec lightScout{
+    "Light Scout",        "scout", "red", "blue", 2, {2, 0, 0, 0, 0, 0, 0, 0, 0}, {1, 0, 0}, 50, 320, 100, {1, 3}, {2},
+    {100, 20, 0, 5, 0, 0}};
+const ClassSpec gunner{"Gunner", "gunner", "redg", "blueg", 0,      {3, 4, 0, 0, 0, 0, 0, 0, 0}, {1, 2, 0},
+                       100,      240,      120,    {},      {1, 2}, {200, 50, 10, 5, 50, 10}};
+
+QByteArray testData(const char* name)
+{
+    QFile file(QFINDTESTDATA(QString::fromLatin1("data/") + name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestClassfileExport : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    Stores m_stores;
+
+    void insertClass(const QString& config, int classNum, QVariantMap columns)
+    {
+        columns.insert(QStringLiteral("package_name"), config);
+        columns.insert(QStringLiteral("class_num"), classNum);
+        const QStringList places(columns.size(), QStringLiteral("?"));
+        m_stores.classDb
+            ->prepare(QStringLiteral("insert into classdef (%1) values (%2)")
+                          .arg(columns.keys().join(u", "), places.join(u", ")))
+            .run(columns.values());
+    }
+
+    // Replaces the rows of item or special with the given (id, kd_enabled) pairs.
+    void setBoxes(const QString& table, const QList<QVariantList>& rows)
+    {
+        m_stores.refDb->exec(QStringLiteral("delete from %1").arg(table));
+        Statement insert = m_stores.refDb->prepare(
+            QStringLiteral("insert into %1 (%2_id, %2_name, kd_enabled) values (?, 'x', ?)").arg(table, table.left(1)));
+        for (const QVariantList& row : rows)
+            insert.run(row);
+    }
+
+    QByteArray exported(const QString& config, bool protect, const QString& modId = QStringLiteral("0"))
+    {
+        QBuffer out;
+        out.open(QIODevice::WriteOnly);
+        const std::optional<QString> error =
+            exportConfiguration(*m_stores.classDb, *m_stores.refDb, config, modId, protect, out);
+        if (error)
+            qWarning() << *error;
+        return error ? QByteArray() : out.data();
+    }
+
+    QByteArrayList exportedLines(const QString& config)
+    {
+        QByteArrayList lines = exported(config, false).split('\n');
+        for (QByteArray& line : lines)
+            line.chop(1);
+        lines.removeLast(); // behind the last terminator
+        return lines;
+    }
+
+    QVariantList slotsOf(const QString& config, int classNum)
+    {
+        Statement row = m_stores.classDb->prepare(
+            QStringLiteral("select w2, w5, g1, g2 from classdef where package_name = ? and class_num = ?"));
+        row.bindAll({config, classNum});
+        return row.step() ? QVariantList{row.value(0), row.value(1), row.value(2), row.value(3)} : QVariantList{};
+    }
+
+private slots:
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_stores = openStores(m_dir->path());
+    }
+
+    void slotSearch_data()
+    {
+        QTest::addColumn<QList<qint64>>("ids");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("position");
+        const QList<qint64> repeated{0, 3, 3, 7};
+        QTest::newRow("last match wins") << repeated << "3" << 2;
+        QTest::newRow("last position is searched") << repeated << "7" << 3;
+        QTest::newRow("no match") << repeated << "9" << 0;
+        QTest::newRow("empty text looks for 0 past position 0") << repeated << "" << 0;
+        QTest::newRow("empty text finds a later 0") << QList<qint64>{5, 0} << "" << 1;
+        QTest::newRow("first entry's own id") << QList<qint64>{4, 5} << "4" << 0;
+        QTest::newRow("one entry") << QList<qint64>{4} << "4" << 0;
+        QTest::newRow("no entry") << QList<qint64>{} << "4" << 0;
+        QTest::newRow("negative id") << QList<qint64>{0, -32768} << "-32768" << 1;
+        QTest::newRow("not a number") << QList<qint64>{0, 0} << "abc" << 0;
+        QTest::newRow("beyond 16 bits") << QList<qint64>{0, 65536} << "65536" << 0;
+    }
+
+    void slotSearch()
+    {
+        QFETCH(QList<qint64>, ids);
+        QFETCH(QString, text);
+        QFETCH(int, position);
+        QCOMPARE(findSlotPosition(std::vector<qint64>(ids.begin(), ids.end()), text), position);
+    }
+
+    void workedExample_data()
+    {
+        QTest::addColumn<bool>("protect");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("protected") << true << testData("test_set_protected.class");
+        QTest::newRow("unprotected") << false << testData("test_set_unprotected.class");
+    }
+
+    void workedExample()
+    {
+        QFETCH(bool, protect);
+        QFETCH(QByteArray, expected);
+        QCOMPARE(expected.size(), 213);
+        insertClass("Test Set", 1, columnsOf(lightScout));
+        insertClass("Test Set", 2, columnsOf(gunner));
+        QCOMPARE(exported("Test Set", protect, "12"), expected);
+    }
+
+    void sumsRestartForEachClass()
+    {
+        insertClass("Sums", 1, columnsOf(lightScout));
+        ClassSpec plain = gunner;
+        plain.items.clear();
+        insertClass("Sums", 2, columnsOf(plain));
+        const QByteArrayList lines = exportedLines("Sums");
+        QCOMPARE(lines.size(), 16);
+        QCOMPARE(lines[7], "50 320 100  5  2");
+        QCOMPARE(lines[14], "100 240 120  0  0");
+    }
+
+    void oneClassGivesNineLines()
+    {
+        insertClass("One", 1, {{"class_name", "Solo Act"}, {"w1", 7}, {"i9", 1}});
+        const QByteArrayList lines = exportedLines("One");
+        QCOMPARE(lines.size(), 9);
+        QCOMPARE(lines[2], QByteArray());
+        QCOMPARE(lines[3], "[Solo Act]");
+        QCOMPARE(lines[4], "   "); // four empty fields
+        QCOMPARE(lines[5], "1 0 0 0 0 0 0 0 0 0");
+        QCOMPARE(lines[7], "    0  0");
+        QCOMPARE(lines[8], "     ");
+    }
+
+    // Boxes stand for rows by position: a greyed row's tick counts, a column with no
+    // row behind it does not.
+    void onlyBoxesWithARowCount()
+    {
+        setBoxes("item", {{1, 1}, {2, 0}, {4, QVariant()}});
+        setBoxes("special", {{1 << 30, 1}, {1 << 30, 1}, {-8, 1}}); // id order: -8, 2^30, 2^30
+        insertClass("Boxes", 1, {{"i2", 1}, {"i3", 1}, {"i5", 1}, {"i9", 1}, {"s2", 1}, {"s3", 1}, {"s4", 1}});
+        insertClass("Boxes", 2, {{"s1", 1}, {"i1", 0}});
+        const QByteArrayList lines = exportedLines("Boxes");
+        QCOMPARE(lines[7], "   -2147483648  6");
+        QCOMPARE(lines[14], "   -8  0");
+    }
+
+    void classesGoInClassNumOrder()
+    {
+        for (int num : {5, 1, 3})
+            insertClass("Gaps", num, {{"class_name", QString::number(num)}});
+        insertClass("Other", 2, {{"class_name", "other"}});
+        const QByteArrayList lines = exportedLines("Gaps");
+        QCOMPARE(lines.size(), 23);
+        QCOMPARE((QByteArrayList{lines[3], lines[10], lines[17]}), (QByteArrayList{"[1]", "[3]", "[5]"}));
+    }
+
+    // Enabled weapons are 0, 2, 3 ... 10 and grenades 0 to 4 in the starting rows.
+    void slotsTakeTheTrackedIdAndKeepIt()
+    {
+        m_stores.refDb->exec("update weapon set kd_enabled = 0 where w_id = 5");
+        insertClass("Track", 1, {{"w2", 4}, {"w5", 5}, {"g1", 99}, {"g2", 3}});
+        QCOMPARE(exportedLines("Track")[5], "1 4 0 0 0 0 0 0 0 0");
+        QCOMPARE(exportedLines("Track")[6], "0 3 0");
+        QCOMPARE(slotsOf("Track", 1), (QVariantList{4, 0, 0, 3}));
+    }
+
+    void emptyPickerLeavesSlotsAsStored()
+    {
+        m_stores.refDb->exec("update grenade set kd_enabled = 0");
+        insertClass("NoGrenades", 1, {{"g1", 9}});
+        QCOMPARE(exportedLines("NoGrenades")[6], "9  ");
+        QCOMPARE(slotsOf("NoGrenades", 1), (QVariantList{0, 0, 9, QVariant()}));
+    }
+
+    void configurationWithoutClassesGivesTheHeaderOnly()
+    {
+        QCOMPARE(exported("Nothing", false, "7"), "V3 7\r\nNothing\r\n");
+        QCOMPARE(exported("Nothing", true, "7"), "\xD6\xB3\xA0\xB7\r\n\xCE\xEF\xF4\xE8\xE9\xEE\xE7\r\n");
+    }
+
+    void nameIsBoundNotPasted()
+    {
+        const QString sly = QStringLiteral("x' OR '1'='1");
+        insertClass(sly, 1, {{"class_name", "mine"}});
+        insertClass("Someone Else", 1, {{"class_name", "theirs"}});
+        const QByteArrayList lines = exportedLines(sly);
+        QCOMPARE(lines.size(), 9);
+        QCOMPARE(lines[1], sly.toLatin1());
+        QCOMPARE(lines[3], "[mine]");
+    }
+
+    void textsTheFormCannotCarry_data()
+    {
+        QTest::addColumn<bool>("protect");
+        QTest::addColumn<QString>("config");
+        QTest::addColumn<QString>("modId");
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("accent, protected")
+            << true << "C"
+            << "1" << QStringLiteral("gunn\u00E9r")
+            << QStringLiteral("Class \"Gunner\": the model name \"gunn\u00E9r\" holds \"\u00E9\", which a protected "
+                              "class file cannot carry.");
+        QTest::newRow("euro sign, protected")
+            << true << "C"
+            << "1" << QStringLiteral("\u20AC")
+            << QStringLiteral("Class \"Gunner\": the model name \"\u20AC\" holds \"\u20AC\", which a protected class "
+                              "file cannot carry.");
+        QTest::newRow("no Windows-1252 byte")
+            << false << "C"
+            << "1" << QStringLiteral("a\u4E2D")
+            << QStringLiteral("Class \"Gunner\": the model name \"a\u4E2D\" holds \"\u4E2D\", which a class file "
+                              "cannot carry.");
+        QTest::newRow("Mod ID") << true << "C" << QStringLiteral("\u00E9") << "gunner"
+                                << QStringLiteral("The Mod ID \"\u00E9\" holds \"\u00E9\", which a protected class "
+                                                  "file cannot carry.");
+    }
+
+    // A refused export leaves the file and the rows as they were.
+    void textsTheFormCannotCarry()
+    {
+        QFETCH(bool, protect);
+        QFETCH(QString, config);
+        QFETCH(QString, modId);
+        QFETCH(QString, model);
+        QFETCH(QString, message);
+        insertClass(config, 1, {{"class_name", "Gunner"}, {"model_name", model}});
+        const QString path = m_dir->filePath("out.class");
+        QFile old(path);
+        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old content") == 11);
+        old.close();
+        QCOMPARE(exportConfigurationToFile(*m_stores.classDb, *m_stores.refDb, config, modId, protect, path), message);
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        QCOMPARE(old.readAll(), "old content");
+        QCOMPARE(slotsOf(config, 1), (QVariantList{QVariant(), QVariant(), QVariant(), QVariant()}));
+    }
+
+    void unprotectedFormCarriesHighCodes()
+    {
+        insertClass("High", 1, {{"model_name", QStringLiteral("gunn\u00E9r\u20AC")}});
+        QCOMPARE(exportedLines("High")[4], "gunn\xE9r\x80   ");
+    }
+
+    void fileIsReplacedWhole()
+    {
+        insertClass("Test Set", 1, columnsOf(lightScout));
+        insertClass("Test Set", 2, columnsOf(gunner));
+        const QString path = m_dir->filePath("replace.class");
+        QFile old(path);
+        QVERIFY(old.open(QIODevice::WriteOnly) && old.write(QByteArray(1000, 'x')) == 1000);
+        old.close();
+        QCOMPARE(exportConfigurationToFile(*m_stores.classDb, *m_stores.refDb, "Test Set", "12", true, path),
+                 std::nullopt);
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        QCOMPARE(old.readAll(), testData("test_set_protected.class"));
+    }
+
+    void unwritableFileIsNamed()
+    {
+        const QString path = m_dir->filePath("missing/dir/out.class");
+        const std::optional<QString> error =
+            exportConfigurationToFile(*m_stores.classDb, *m_stores.refDb, "Example", "0", false, path);
+        QVERIFY(error && error->startsWith("Cannot write " + path + ": "));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestClassfileExport)
+#include "tst_classfile_export.moc"
