@@ -1,8 +1,10 @@
 #include "ClassRecord.h"
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 template <typename T, std::size_t N> void append(QVariantList& values, const std::array<T, N>& fields)
 {

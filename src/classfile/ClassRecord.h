@@ -4,7 +4,8 @@
 #include <QVariantList>
 #include <array>
 
-namespace tarn {
+namespace tarn
+{
 
 inline constexpr int AbilityFlags = 21;
 inline constexpr int ItemFlags = 9;

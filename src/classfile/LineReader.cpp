@@ -5,9 +5,11 @@
 #include <QIODevice>
 #include <algorithm>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 constexpr qsizetype ChunkSize = 64 * 1024;
 

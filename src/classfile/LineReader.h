@@ -4,13 +4,15 @@
 
 class QIODevice;
 
-namespace tarn {
+namespace tarn
+{
 
 // Reads a class file line by line from a device opened for reading, holding no more
 // than one chunk and one line at a time, so that memory stays flat whatever the size
 // of the file. A line ends at a carriage return, with a line feed right behind it
 // belonging to the terminator; a lone line feed ends a line too.
-class LineReader {
+class LineReader
+{
 public:
     static constexpr qsizetype MaxLineLength = 32767;
 

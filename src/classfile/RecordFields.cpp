@@ -4,9 +4,11 @@
 
 #include <limits>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 // An optional sign and decimal digits, nothing else, within [lowest, highest].
 std::optional<qint64> wholeNumber(const QByteArray& token, qint64 lowest, qint64 highest)

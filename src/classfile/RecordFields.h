@@ -7,12 +7,14 @@
 #include <QStringList>
 #include <optional>
 
-namespace tarn {
+namespace tarn
+{
 
 // The fields of one record line, converted as the import stores them. A field that
 // is missing or out of its range is noted in the problem list, with its line, and
 // reads as 0 so that the rest of the record can still be looked at.
-class RecordFields {
+class RecordFields
+{
 public:
     explicit RecordFields(QStringList& problems) : m_problems(problems) {}
 

@@ -1,0 +1,135 @@
+#include "ImportCommand.h"
+
+#include "ClassFileError.h"
+#include "ClassFileReader.h"
+#include "store/Database.h"
+#include "store/Schema.h"
+#include "store/StoreError.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace tarn
+{
+
+namespace
+{
+
+using Status = ImportResult::Status;
+
+const QString BadRecordPrefix = QStringLiteral("Bad Class Record: ");
+const QString InsertConfig = QStringLiteral("insert into package (package_name) values (?)");
+
+QString insertClassSql()
+{
+    const QStringList columns = schema::classColumnNames();
+    const QStringList places(columns.size(), QStringLiteral("?"));
+    return QStringLiteral("insert into classdef (%1) values (%2)").arg(columns.join(u", "), places.join(u", "));
+}
+
+// One import into the store. Rows go in as the records are read; the package row
+// goes in last, so the configuration is listed only after a complete read.
+class ImportRun
+{
+public:
+    ImportRun(Database& db, const QString& newName)
+        : m_db(db), m_name(newName), m_transaction(db), m_insert(db.prepare(insertClassSql()))
+    {
+    }
+
+    ImportResult run(QIODevice& in)
+    {
+        try {
+            ClassFileReader reader(in);
+            while (const std::optional<RecordEvent> event = reader.next()) {
+                if (std::optional<ImportResult> stopped = take(*event))
+                    return *stopped;
+            }
+            m_db.prepare(InsertConfig).run({m_name});
+            m_transaction.commit();
+            return {Status::Complete, QStringLiteral("Import Complete"), m_stored};
+        } catch (const ClassFileError& e) {
+            return stop(Status::Failed, e.message());
+        } catch (const StoreError& e) {
+            return stop(Status::Failed, e.message());
+        }
+    }
+
+private:
+    // Stores one record; a result when the import stops at it.
+    std::optional<ImportResult> take(const RecordEvent& event)
+    {
+        if (const auto* bad = std::get_if<BadRecord>(&event))
+            return stop(Status::BadRecord, BadRecordPrefix + bad->text);
+        const ReadClass& read = std::get<ReadClass>(event);
+        if (!read.problems.isEmpty())
+            return stop(Status::Failed, read.problems.join(u'\n'));
+        m_insert.run(classRowValues(read.record, m_name, read.number));
+        ++m_stored;
+        return std::nullopt;
+    }
+
+    // The rows of the records before the stop are kept, as they are without a
+    // package row; only a store that cannot keep them loses them.
+    ImportResult stop(Status status, const QString& message)
+    {
+        try {
+            m_transaction.commit();
+            return {status, message, m_stored};
+        } catch (const StoreError& e) {
+            return {Status::Failed, message + u'\n' + e.message(), 0};
+        }
+    }
+
+    Database& m_db;
+    QString m_name;
+    Transaction m_transaction;
+    Statement m_insert;
+    int m_stored = 0;
+};
+
+QStringList problemsOf(const RecordEvent& event)
+{
+    if (const auto* bad = std::get_if<BadRecord>(&event))
+        return {QStringLiteral("line %1: %2").arg(bad->line).arg(BadRecordPrefix + bad->text)};
+    return std::get<ReadClass>(event).problems;
+}
+
+} // namespace
+
+ImportResult importClassFile(Database& classDb, const QString& newName, QIODevice& in)
+{
+    try {
+        ImportRun import(classDb, newName);
+        return import.run(in);
+    } catch (const StoreError& e) {
+        return {Status::Failed, e.message(), 0};
+    }
+}
+
+ImportResult importClassFile(Database& classDb, const QString& newName, const QString& path)
+{
+    const QString file = QDir::toNativeSeparators(path);
+    QFile in(path);
+    if (!in.open(QIODevice::ReadOnly))
+        return {Status::Failed, QStringLiteral("Cannot open %1: %2").arg(file, in.errorString()), 0};
+    ImportResult result = importClassFile(classDb, newName, in);
+    if (result.status == Status::Failed)
+        result.message = QStringLiteral("Cannot import %1: %2").arg(file, result.message);
+    return result;
+}
+
+QStringList checkClassFile(QIODevice& in)
+{
+    QStringList problems;
+    try {
+        ClassFileReader reader(in);
+        while (const std::optional<RecordEvent> event = reader.next())
+            problems << problemsOf(*event);
+    } catch (const ClassFileError& e) {
+        problems << e.message();
+    }
+    return problems;
+}
+
+} // namespace tarn

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QIODevice;
+
+namespace tarn
+{
+
+class Database;
+
+struct ImportResult {
+    enum class Status { Complete, BadRecord, Failed };
+    Status status = Status::Failed;
+    // "Import Complete", "Bad Class Record: " and the line, or what failed and why.
+    QString message;
+    // Rows stored under the new name; those before a bad record or a failure stay.
+    int classes = 0;
+};
+
+// Reads a class file of either form into classdef under newName, taken as typed, and
+// adds the package row only when the whole file has been read. On a bad record or
+// any failure the rows before it are kept and no package row is written.
+ImportResult importClassFile(Database& classDb, const QString& newName, QIODevice& in);
+ImportResult importClassFile(Database& classDb, const QString& newName, const QString& path);
+
+// Reads a class file as the import would, without storing anything, and lists every
+// problem with its line number; an empty list means the import would complete.
+QStringList checkClassFile(QIODevice& in);
+
+} // namespace tarn
