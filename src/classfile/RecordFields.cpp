@@ -3,6 +3,7 @@
 #include "Cp1252.h"
 
 #include <limits>
+#include <utility>
 
 namespace tarn
 {
@@ -46,6 +47,7 @@ void RecordFields::setLine(int lineNumber, const QByteArray& line)
 {
     m_lineNumber = lineNumber;
     m_tokens = splitTokens(line);
+    m_missingTold = false;
 }
 
 QString RecordFields::text(int field) const
@@ -70,6 +72,9 @@ std::optional<qint64> RecordFields::number(int field, const char* what, ColumnKi
     const std::optional<qint64> value = wholeNumber(token, range.lowest, range.highest);
     if (value)
         return value;
+    // Fields close up at blanks, so all behind a missing one are missing too: one word does.
+    if (token.isEmpty() && std::exchange(m_missingTold, true))
+        return std::nullopt;
     const QString why = token.isEmpty() ? QStringLiteral("is missing")
                                         : QStringLiteral("\"%1\" is not %2").arg(text(field), describeKind(kind));
     m_problems << QStringLiteral("line %1: %2 %3.").arg(m_lineNumber).arg(QLatin1String(what), why);

@@ -31,6 +31,7 @@ private:
     QStringList& m_problems;
     Tokens m_tokens;
     int m_lineNumber = 0;
+    bool m_missingTold = false;
 };
 
 } // namespace tarn
