@@ -1,13 +1,173 @@
 #include "frmClasses.h"
 
+#include "ClassBindings.h"
+#include "core/AppState.h"
+#include "store/Database.h"
+#include "store/Recordset.h"
+#include "store/Statements.h"
+#include "store/StoreError.h"
+#include "toolkit/AppIcon.h"
 #include "toolkit/Dialogs.h"
+#include "toolkit/SystemNames.h"
+#include "ui_frmClasses.h"
 
-namespace tarn {
+#include <QCloseEvent>
 
-frmClasses::frmClasses(AppState&, Dialogs& dialogs, QWidget* parent) : QMainWindow(parent)
+namespace tarn
 {
+
+namespace
+{
+
+const QString NoClassLeft = QStringLiteral("You should add a new class before changing any fields");
+// class_num is a 16-bit column.
+constexpr int HighestClassNum = 32767;
+
+// "Class # 12": the blank is the sign place of a number that isn't negative.
+QString defaultClassName(int number)
+{
+    return QStringLiteral("Class #") + (number < 0 ? QString() : QStringLiteral(" ")) + QString::number(number);
+}
+
+} // namespace
+
+frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
+    : QMainWindow(parent), ui(std::make_unique<Ui::frmClasses>()), m_state(state), m_dialogs(dialogs)
+{
+    ui->setupUi(this);
     setWindowFlag(Qt::Window);
-    dialogs.setBusy(false);
+    setWindowIcon(appIcon());
+    gatherControls();
+    ui->dbClassDef->setCaption(QStringLiteral("Class Def"));
+    ui->dbClassDef->setDialogs(dialogs);
+    bindClassControls(*this, *ui->dbClassDef);
+    connectHandlers();
+    publishSystemNames(*this);
+    Form_Load();
+}
+
+frmClasses::~frmClasses() = default;
+
+void frmClasses::gatherControls()
+{
+    for (int i = 0; i < ItemBoxes; ++i)
+        Check1[i] = findChild<QCheckBox*>(QStringLiteral("Check1_%1").arg(i));
+    for (int i = 0; i < SpecialBoxes; ++i)
+        special[i] = findChild<QCheckBox*>(QStringLiteral("special_%1").arg(i));
+    for (int n = 2; n <= 10; ++n) {
+        m_slots[n - 2] = {findChild<QComboBox*>(QStringLiteral("w%1").arg(n)),
+                          findChild<QLineEdit*>(QStringLiteral("dw%1").arg(n)), true};
+    }
+    for (int n = 1; n <= 3; ++n) {
+        m_slots[8 + n] = {findChild<QComboBox*>(QStringLiteral("g%1").arg(n)),
+                          findChild<QLineEdit*>(QStringLiteral("dg%1").arg(n)), false};
+    }
+}
+
+void frmClasses::connectHandlers()
+{
+    connect(ui->dbClassDef, &DataControl::reposition, this, &frmClasses::dbClassDef_Reposition);
+    connect(ui->AddClass, &QPushButton::clicked, this, &frmClasses::AddClass_Click);
+    connect(ui->Command1, &QPushButton::clicked, this, &frmClasses::Command1_Click);
+    connect(ui->mnuSaveAs, &QAction::triggered, this, &frmClasses::mnuSaveAs_Click);
+    connect(ui->mnuSaveUnprotected, &QAction::triggered, this, &frmClasses::mnuSaveUnprotected_Click);
+    for (const Slot& slot : m_slots)
+        connect(slot.picker, &QComboBox::activated, this, [this, &slot] { Picker_Click(slot); });
+}
+
+void frmClasses::Form_Load()
+{
+    const ReferenceLists lists = loadReferenceLists(m_state.refDb());
+    fillPickers(lists);
+    fillBoxes(lists.items, Check1);
+    fillBoxes(lists.specials, special);
+    ui->dbClassDef->open(m_state.classDb(), sql::OrderedClassesOfConfig, {m_state.currentConfig});
+    if (ui->dbClassDef->recordCount() == 0)
+        AddClass_Click();
+    m_dialogs.setBusy(false);
+}
+
+// The k-th reference row fills the box at k-1; a box no row fills is hidden, Tag "0".
+void frmClasses::fillBoxes(const std::vector<BoxEntry>& entries, std::span<QCheckBox* const> boxes)
+{
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        QCheckBox* box = boxes[i];
+        const bool filled = i < entries.size();
+        box->setVisible(filled);
+        box->setProperty("Tag", filled ? QString::number(entries[i].id) : QStringLiteral("0"));
+        if (filled) {
+            box->setText(entries[i].name);
+            ui->dbClassDef->setBoundEnabled(box, entries[i].enabled);
+        }
+    }
+}
+
+void frmClasses::AddClass_Click()
+{
+    m_dialogs.setBusy(true);
+    guarded(&frmClasses::addClass);
+    m_dialogs.setBusy(false);
+}
+
+void frmClasses::addClass()
+{
+    DataControl& data = *ui->dbClassDef;
+    // Store the class on show first, so that a number just typed into it counts.
+    if (data.recordCount() != 0 && !data.moveLast())
+        return;
+    const QVariant highest = m_state.classDb().scalar(sql::HighestClassNum, {m_state.currentConfig});
+    const int maximum = highest.isNull() ? 0 : highest.toInt();
+    if (maximum >= HighestClassNum) {
+        m_dialogs.message(this, QStringLiteral("No class can be added: class number %1 is the highest a class can "
+                                               "have, and this configuration already uses it.")
+                                    .arg(HighestClassNum));
+        return;
+    }
+    const int number = maximum + 1;
+    data.recordset()->addNew({{QStringLiteral("package_name"), m_state.currentConfig},
+                              {QStringLiteral("class_num"), number},
+                              {QStringLiteral("class_name"), defaultClassName(number)}});
+    data.moveLast();
+}
+
+void frmClasses::Command1_Click()
+{
+    guarded(&frmClasses::deleteClass);
+}
+
+// No question is asked; edits waiting on the class go with it.
+void frmClasses::deleteClass()
+{
+    DataControl& data = *ui->dbClassDef;
+    data.deleteCurrent(); // a second click on an empty set deletes nothing and repeats the advice
+    if (data.recordCount() != 0) {
+        data.moveFirst();
+        return;
+    }
+    setPickersEnabled(false);
+    m_dialogs.message(this, NoClassLeft);
+}
+
+void frmClasses::mnuSaveAs_Click() {}
+
+void frmClasses::mnuSaveUnprotected_Click() {}
+
+void frmClasses::closeEvent(QCloseEvent* event)
+{
+    // A text its column can't hold keeps the window open to be corrected.
+    if (ui->dbClassDef->storeChanges())
+        event->accept();
+    else
+        event->ignore();
+}
+
+void frmClasses::guarded(void (frmClasses::*command)())
+{
+    try {
+        (this->*command)();
+    } catch (const StoreError& error) {
+        m_dialogs.message(this, error.message());
+    }
 }
 
 } // namespace tarn

@@ -1,17 +1,83 @@
 #pragma once
 
-#include <QMainWindow>
+#include "store/ReferenceLists.h"
 
-namespace tarn {
+#include <QMainWindow>
+#include <array>
+#include <memory>
+#include <span>
+#include <vector>
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QStandardItemModel;
+
+namespace Ui
+{
+class frmClasses;
+}
+
+namespace tarn
+{
 
 struct AppState;
 class Dialogs;
 
-// PLACEHOLDER until the class editor lands.
-class frmClasses : public QMainWindow {
+// The class editor: the classes of the current configuration, one at a time, bound
+// to their row through dbClassDef. Throws StoreError when the stores can't be read.
+class frmClasses : public QMainWindow
+{
     Q_OBJECT
 public:
     frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent = nullptr);
+    ~frmClasses() override;
+
+    // The picker position of the id a hidden slot box holds; 0 when nothing matches.
+    int FindWeaponPos(const QString& wno_text) const;
+    int FindGrenadePos(const QString& gno_text) const;
+
+    void AddClass_Click();
+    void Command1_Click();
+    void dbClassDef_Reposition();
+    // The export arrives separately.
+    void mnuSaveAs_Click();
+    // The export arrives separately.
+    void mnuSaveUnprotected_Click();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    // A weapon or grenade picker and the hidden box bound to its slot column.
+    struct Slot {
+        QComboBox* picker;
+        QLineEdit* hidden;
+        bool weapon;
+    };
+
+    void gatherControls();
+    void connectHandlers();
+    void Form_Load();
+    void fillPickers(const ReferenceLists& lists);
+    void fillBoxes(const std::vector<BoxEntry>& entries, std::span<QCheckBox* const> boxes);
+    void Picker_Click(const Slot& slot);
+    void setPickersEnabled(bool enabled);
+    void addClass();
+    void deleteClass();
+    // Runs a command; a store failure is shown, never lost.
+    void guarded(void (frmClasses::*command)());
+
+    std::unique_ptr<Ui::frmClasses> ui;
+    AppState& m_state;
+    Dialogs& m_dialogs;
+    std::array<QCheckBox*, ItemBoxes> Check1{};
+    std::array<QCheckBox*, SpecialBoxes> special{};
+    std::array<Slot, 12> m_slots{}; // w2 to w10, then g1 to g3: the order of the tracking
+    QStandardItemModel* m_weaponModel = nullptr;
+    QStandardItemModel* m_grenadeModel = nullptr;
+    std::vector<qint64> m_weaponIds;
+    std::vector<qint64> m_grenadeIds;
 };
 
 } // namespace tarn

@@ -1,0 +1,88 @@
+// The weapon and grenade pickers of the class editor, kept in step with the hidden
+// boxes that hold the slot ids.
+#include "frmClasses.h"
+
+#include "classfile/SlotSearch.h"
+#include "ui_frmClasses.h"
+
+#include <QStandardItemModel>
+
+namespace tarn
+{
+
+namespace
+{
+
+constexpr int IdRole = Qt::UserRole;
+
+QStandardItemModel* pickerModel(const std::vector<PickerEntry>& entries, std::vector<qint64>& ids, QObject* parent)
+{
+    auto* model = new QStandardItemModel(parent);
+    ids.clear();
+    for (const PickerEntry& entry : entries) {
+        auto* item = new QStandardItem(entry.name);
+        item->setData(entry.id, IdRole);
+        model->appendRow(item);
+        ids.push_back(entry.id);
+    }
+    return model;
+}
+
+// Typing in a picker's text part chooses nothing: only the list does. Qt would
+// otherwise take a typed name that matches an entry, or a completion, as a choice.
+void keepTypingOut(QComboBox* picker)
+{
+    picker->setCompleter(nullptr);
+    QObject::disconnect(picker->lineEdit(), &QLineEdit::editingFinished, picker, nullptr);
+}
+
+} // namespace
+
+// Every weapon picker shows one list and every grenade picker another.
+void frmClasses::fillPickers(const ReferenceLists& lists)
+{
+    m_weaponModel = pickerModel(lists.weapons, m_weaponIds, this);
+    m_grenadeModel = pickerModel(lists.grenades, m_grenadeIds, this);
+    for (const Slot& slot : m_slots) {
+        slot.picker->setModel(slot.weapon ? m_weaponModel : m_grenadeModel);
+        keepTypingOut(slot.picker);
+        slot.picker->setCurrentIndex(0);
+    }
+}
+
+int frmClasses::FindWeaponPos(const QString& wno_text) const
+{
+    return findSlotPosition(m_weaponIds, wno_text);
+}
+
+int frmClasses::FindGrenadePos(const QString& gno_text) const
+{
+    return findSlotPosition(m_grenadeIds, gno_text);
+}
+
+// Each picker follows its hidden box. The click runs as for a choice by the author,
+// so a slot whose id has no entry takes the first entry's id, stored when the row is left.
+void frmClasses::dbClassDef_Reposition()
+{
+    setPickersEnabled(true);
+    for (const Slot& slot : m_slots) {
+        const QString id = slot.hidden->text();
+        slot.picker->setCurrentIndex(slot.weapon ? FindWeaponPos(id) : FindGrenadePos(id));
+        Picker_Click(slot);
+    }
+}
+
+void frmClasses::Picker_Click(const Slot& slot)
+{
+    const QVariant id = slot.picker->currentData(IdRole);
+    if (id.isValid()) // an empty list has nothing to put in the slot, and the stored id stays
+        slot.hidden->setText(QString::number(id.toLongLong()));
+}
+
+void frmClasses::setPickersEnabled(bool enabled)
+{
+    for (const Slot& slot : m_slots)
+        slot.picker->setEnabled(enabled);
+}
+
+} // namespace tarn

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "classes/frmClasses.h"
+#include "core/AppState.h"
+#include "store/Configurations.h"
+#include "store/Database.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TestSupport.h"
+#include "toolkit/DataControl.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTest>
+
+namespace tarn::test
+{
+
+// A reference row: id, name and kd_enabled (a null QVariant is a missing value).
+struct RefRow {
+    qint64 id;
+    QString name;
+    QVariant enabled = 1;
+};
+
+// A fresh data directory, scripted dialogs and the class editor opened on it.
+struct ClassEditorFixture {
+    TempData data;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<frmClasses> editor;
+
+    // Replaces the rows of weapon, grenade, item or special.
+    void setReference(const QString& table, const std::vector<RefRow>& rows)
+    {
+        const QString prefix = table.left(1);
+        data.refDb().exec(QStringLiteral("delete from %1").arg(table));
+        Statement insert = data.refDb().prepare(
+            QStringLiteral("insert into %1 (%2_id, %2_name, kd_enabled) values (?, ?, ?)").arg(table, prefix));
+        for (const RefRow& row : rows)
+            insert.run({row.id, row.name, row.enabled});
+    }
+
+    void addClass(const QString& config, int number, const QVariantMap& columns = {})
+    {
+        QStringList names{QStringLiteral("package_name"), QStringLiteral("class_num")};
+        QVariantList values{config, number};
+        for (auto it = columns.cbegin(); it != columns.cend(); ++it) {
+            names << it.key();
+            values << it.value();
+        }
+        const QString marks = QStringList(names.size(), QStringLiteral("?")).join(u',');
+        data.classDb()
+            .prepare(QStringLiteral("insert into classdef (%1) values (%2)").arg(names.join(u','), marks))
+            .run(values);
+    }
+
+    // A new configuration holding classes of the given numbers.
+    void addConfig(const QString& name, const QList<int>& numbers = {})
+    {
+        addConfiguration(data.classDb(), name);
+        for (int number : numbers)
+            addClass(name, number, {{QStringLiteral("class_name"), QStringLiteral("C%1").arg(number)}});
+    }
+
+    frmClasses& open(const QString& config)
+    {
+        data.state->currentConfig = config;
+        editor = std::make_unique<frmClasses>(*data.state, dialogs);
+        editor->show();
+        return *editor;
+    }
+
+    template <typename T = QWidget> T* control(const QString& name)
+    {
+        T* found = editor->findChild<T*>(name);
+        if (!found)
+            qFatal("no control %s", qPrintable(name));
+        return found;
+    }
+    QLineEdit* box(const QString& name) { return control<QLineEdit>(name); }
+    QComboBox* picker(const QString& name) { return control<QComboBox>(name); }
+    DataControl& nav() { return *control<DataControl>(QStringLiteral("dbClassDef")); }
+
+    // Chooses a picker entry as the author does, through the keyboard.
+    void choose(const QString& pickerName, int index)
+    {
+        QComboBox* combo = picker(pickerName);
+        while (combo->currentIndex() != index)
+            QTest::keyClick(combo, combo->currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
+    }
+
+    // Replaces the text of a box as the author types it.
+    void type(const QString& boxName, const QString& text)
+    {
+        QLineEdit* edit = box(boxName);
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+        if (text.isEmpty())
+            QTest::keyClick(edit, Qt::Key_Delete);
+    }
+
+    QVariant column(const QString& config, int number, const QString& column)
+    {
+        return data.classDb().scalar(
+            QStringLiteral("select %1 from classdef where package_name = ? and class_num = ?").arg(column),
+            {config, number});
+    }
+
+    QList<int> classNumbers(const QString& config)
+    {
+        Statement query = data.classDb().prepare(
+            QStringLiteral("select class_num from classdef where package_name = ? order by class_num"));
+        query.bindAll({config});
+        QList<int> numbers;
+        while (query.step())
+            numbers << query.value(0).toInt();
+        return numbers;
+    }
+};
+
+} // namespace tarn::test
