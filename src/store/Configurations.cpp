@@ -3,6 +3,7 @@
 #include "Database.h"
 #include "Schema.h"
 #include "Statements.h"
+#include "StoreError.h"
 
 namespace tarn {
 
@@ -59,6 +60,11 @@ void copyConfiguration(Database& classDb, const QString& source, const QString& 
     columns.removeFirst(); // package_name takes the new name
     const QString list = columns.join(u", ");
     Transaction transaction(classDb);
+    // Copying into a name in use would merge two configurations' classes, numbers repeating.
+    if (configurationExists(classDb, newName))
+        throw StoreError(
+            QStringLiteral("There is already a configuration named \"%1\". The copy needs a name of its own.")
+                .arg(newName));
     insertPackageRow(classDb, newName);
     // SQLite reads the whole source set before it inserts, so rows added here are never copied again.
     classDb

@@ -19,6 +19,7 @@ void addConfiguration(Database& classDb, const QString& name);
 void deleteConfiguration(Database& classDb, const QString& name);
 // A new package row under the new name, then a copy of every class of the source
 // with all its columns as stored, class numbers and missing values included.
+// A new name already in use is refused, and nothing is written.
 void copyConfiguration(Database& classDb, const QString& source, const QString& newName);
 
 } // namespace tarn
