@@ -1,12 +1,25 @@
 #include "ReferenceWindows.h"
 
-namespace tarn {
+#include "ReferenceLayouts.h"
+#include "frmArmoury.h"
+#include "frmBitTable.h"
 
-// PLACEHOLDER until the reference editors land.
-std::unique_ptr<QWidget> createReferenceWindow(ReferenceTable, AppState&, Dialogs&, QWidget* parent)
+namespace tarn
 {
-    auto window = std::make_unique<QWidget>(parent, Qt::Window);
-    return window;
+
+std::unique_ptr<QWidget> createReferenceWindow(ReferenceTable table, AppState& state, Dialogs& dialogs, QWidget* parent)
+{
+    switch (table) {
+    case ReferenceTable::Weapons:
+        return std::make_unique<frmArmoury>(layouts::weapons(), state, dialogs, parent);
+    case ReferenceTable::Grenades:
+        return std::make_unique<frmArmoury>(layouts::grenades(), state, dialogs, parent);
+    case ReferenceTable::Special:
+        return std::make_unique<frmBitTable>(layouts::special(), state, dialogs, parent);
+    case ReferenceTable::Items:
+        break;
+    }
+    return std::make_unique<frmBitTable>(layouts::items(), state, dialogs, parent);
 }
 
 } // namespace tarn

@@ -1,0 +1,94 @@
+#include "ReferenceEditor.h"
+
+#include "ReferenceLayouts.h"
+#include "core/AppState.h"
+#include "store/StoreError.h"
+#include "toolkit/AppIcon.h"
+#include "toolkit/DataControl.h"
+#include "toolkit/Dialogs.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace tarn
+{
+
+namespace
+{
+
+// "Weapon &ID:" names its field "Weapon ID" in messages.
+QString fieldName(const QString& label)
+{
+    QString name = label;
+    name.remove(u'&');
+    while (name.endsWith(u':'))
+        name.chop(1);
+    return name;
+}
+
+} // namespace
+
+ReferenceEditor::ReferenceEditor(const ReferenceLayout& layout, AppState& state, Dialogs& dialogs, QWidget* parent)
+    : QWidget(parent, Qt::Window), m_layout(layout), m_state(state), m_dialogs(dialogs)
+{
+}
+
+ReferenceEditor::~ReferenceEditor() = default;
+
+void ReferenceEditor::attach(const Controls& controls)
+{
+    setObjectName(m_layout.windowName);
+    setWindowTitle(m_layout.caption);
+    setWindowIcon(appIcon());
+    m_data = controls.data;
+    m_data->setObjectName(m_layout.dataName);
+    m_data->setCaption(m_layout.dataCaption);
+    m_data->setDialogs(m_dialogs);
+    for (qsizetype i = 0; i < m_layout.fields.size(); ++i) {
+        const auto [label, box] = controls.fields.at(size_t(i));
+        label->setText(m_layout.fields[i].label);
+        m_data->bindText(box, m_layout.fields[i].column, fieldName(m_layout.fields[i].label));
+    }
+    connect(controls.addRecord, &QPushButton::clicked, this, &ReferenceEditor::Command1_Click);
+    connect(controls.deleteRecord, &QPushButton::clicked, this, &ReferenceEditor::Command2_Click);
+}
+
+void ReferenceEditor::Form_Load()
+{
+    m_data->open(m_state.refDb(), m_layout.recordSource);
+}
+
+void ReferenceEditor::Command1_Click()
+{
+    m_data->addNew();
+}
+
+void ReferenceEditor::Command2_Click()
+{
+    guarded([this] {
+        m_data->deleteCurrent();
+        m_data->refresh();
+    });
+}
+
+void ReferenceEditor::closeEvent(QCloseEvent* event)
+{
+    // A text its column cannot hold keeps the window open on it, to be corrected.
+    if (m_data->storeChanges())
+        event->accept();
+    else
+        event->ignore();
+}
+
+void ReferenceEditor::guarded(const std::function<void()>& command)
+{
+    try {
+        command();
+    } catch (const StoreError& error) {
+        m_dialogs.message(this, error.message());
+    }
+}
+
+} // namespace tarn

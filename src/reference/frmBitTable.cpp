@@ -1,0 +1,46 @@
+#include "frmBitTable.h"
+
+#include "BitNumbers.h"
+#include "toolkit/DataControl.h"
+#include "toolkit/Dialogs.h"
+#include "toolkit/SystemNames.h"
+#include "ui_frmBitTable.h"
+
+namespace tarn
+{
+
+frmBitTable::frmBitTable(const ReferenceLayout& layout, AppState& state, Dialogs& dialogs, QWidget* parent)
+    : ReferenceEditor(layout, state, dialogs, parent), ui(std::make_unique<Ui::frmBitTable>())
+{
+    ui->setupUi(this);
+    attach({ui->dataControl,
+            ui->Command1,
+            ui->Command2,
+            {{ui->Label1, ui->Text1}, {ui->Label2, ui->Text2}, {ui->Label5, ui->Text5}}});
+    connect(ui->btnCalc, &QPushButton::clicked, this, &frmBitTable::btnCalc_Click);
+    connect(ui->dataControl, &DataControl::reposition, this, &frmBitTable::dataControl_Reposition);
+    Form_Load();
+    publishSystemNames(*this);
+}
+
+frmBitTable::~frmBitTable() = default;
+
+void frmBitTable::btnCalc_Click()
+{
+    // Text that is no number in 16 bits gets the same hint as a number out of range.
+    const std::optional<qint16> n = bits::bitNumberFromText(ui->fldBitNum->text());
+    const std::optional<qint32> id = n ? bits::bitValue(*n) : std::nullopt;
+    if (!id) {
+        dialogs().message(this, QStringLiteral("Number must be between 0 and 30"));
+        return;
+    }
+    ui->fldResult->setText(QString::number(*id));
+}
+
+void frmBitTable::dataControl_Reposition()
+{
+    if (const std::optional<int> bit = bits::bitNumberOfId(ui->Text1->text()))
+        ui->fldCalcBit->setText(QString::number(*bit));
+}
+
+} // namespace tarn
