@@ -1,32 +1,49 @@
 #include "ClassRecord.h"
 
+#include "store/Statement.h"
+
 namespace tarn
 {
 
 namespace
 {
 
-template <typename T, std::size_t N> void append(QVariantList& values, const std::array<T, N>& fields)
+// Binds values to the parameters of a statement in turn, from the first.
+class RowBinder
 {
-    for (const T field : fields)
-        values << int(field);
-}
+public:
+    explicit RowBinder(Statement& statement) : m_statement(statement) {}
+
+    RowBinder& operator<<(const QString& text)
+    {
+        m_statement.bindText(m_next++, text);
+        return *this;
+    }
+    RowBinder& operator<<(qint64 number)
+    {
+        m_statement.bindInt64(m_next++, number);
+        return *this;
+    }
+    template <typename T, std::size_t N> RowBinder& operator<<(const std::array<T, N>& fields)
+    {
+        for (const T field : fields)
+            *this << qint64(field);
+        return *this;
+    }
+
+private:
+    Statement& m_statement;
+    int m_next = 1;
+};
 
 } // namespace
 
-QVariantList classRowValues(const ClassRecord& record, const QString& packageName, qint16 classNum)
+void bindClassRow(Statement& insert, const ClassRecord& record, const QString& packageName, qint16 classNum)
 {
-    QVariantList values;
-    values.reserve(59);
-    values << packageName << record.name << int(classNum) << record.redSkin << record.blueSkin << record.model;
-    append(values, record.weapons);
-    append(values, record.grenades);
-    values << int(record.speed) << int(record.health) << int(record.armor);
-    append(values, record.items);
-    append(values, record.abilities);
-    values << int(record.decoySkin);
-    append(values, record.ammo);
-    return values;
+    RowBinder row(insert);
+    row << packageName << record.name << classNum << record.redSkin << record.blueSkin << record.model;
+    row << record.weapons << record.grenades << record.speed << record.health << record.armor;
+    row << record.items << record.abilities << record.decoySkin << record.ammo;
 }
 
 } // namespace tarn

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <QString>
-#include <QVariantList>
 #include <array>
 
 namespace tarn
 {
+
+class Statement;
 
 inline constexpr int AbilityFlags = 21;
 inline constexpr int ItemFlags = 9;
@@ -36,7 +37,8 @@ template <std::size_t N> std::array<bool, N> spreadBits(qint32 sum)
     return flags;
 }
 
-// All 59 values of the classdef row, in the order of schema::classColumnNames().
-QVariantList classRowValues(const ClassRecord& record, const QString& packageName, qint16 classNum);
+// Binds all 59 values of the classdef row, in the order of schema::classColumnNames(),
+// to the parameters of an insert: text columns as strings, flags as 0 and 1.
+void bindClassRow(Statement& insert, const ClassRecord& record, const QString& packageName, qint16 classNum);
 
 } // namespace tarn

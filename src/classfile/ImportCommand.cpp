@@ -64,7 +64,9 @@ private:
         const ReadClass& read = std::get<ReadClass>(event);
         if (!read.problems.isEmpty())
             return stop(Status::Failed, read.problems.join(u'\n'));
-        m_insert.run(classRowValues(read.record, m_name, read.number));
+        bindClassRow(m_insert, read.record, m_name, read.number);
+        m_insert.step();
+        m_insert.reset();
         ++m_stored;
         return std::nullopt;
     }

@@ -42,19 +42,23 @@ QByteArray unprotectLine(const QByteArray& line)
 
 Tokens splitTokens(const QByteArray& line)
 {
+    const QByteArray text = unprotectLine(line);
+    const qsizetype size = text.size();
     Tokens tokens;
     std::size_t index = 1;
-    bool afterBlank = false;
-    for (const char c : unprotectLine(line)) {
-        if (c == Blank) {
-            if (!afterBlank)
-                ++index;
-            afterBlank = true;
+    qsizetype i = 0;
+    while (i < size) {
+        if (text[i] == Blank) {
+            while (i < size && text[i] == Blank)
+                ++i;
+            ++index; // a run of blanks is one separator, also at the start of the line
             continue;
         }
-        afterBlank = false;
+        const qsizetype start = i;
+        while (i < size && text[i] != Blank)
+            ++i;
         if (index < tokens.size())
-            tokens[index].append(c);
+            tokens[index] = text.sliced(start, i - start);
     }
     return tokens;
 }

@@ -61,6 +61,19 @@ void Statement::bind(int index, const QVariant& value)
         fail(QStringLiteral("Cannot bind parameter %1").arg(index));
 }
 
+void Statement::bindInt64(int index, qint64 value)
+{
+    if (sqlite3_bind_int64(m_stmt, index, value) != SQLITE_OK)
+        fail(QStringLiteral("Cannot bind parameter %1").arg(index));
+}
+
+void Statement::bindText(int index, const QString& value)
+{
+    const QByteArray utf8 = value.toUtf8();
+    if (sqlite3_bind_text(m_stmt, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
+        fail(QStringLiteral("Cannot bind parameter %1").arg(index));
+}
+
 void Statement::bindAll(const QVariantList& values)
 {
     for (int i = 0; i < values.size(); ++i)

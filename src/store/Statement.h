@@ -21,6 +21,9 @@ public:
 
     void bind(int index, const QVariant& value);
     void bindAll(const QVariantList& values);
+    // For rows written in bulk: the same as bind() without a QVariant in between.
+    void bindInt64(int index, qint64 value);
+    void bindText(int index, const QString& value);
     // Advances to the next row; false when the statement is done.
     bool step();
     // Runs a statement that returns no rows, then resets it for the next use.
