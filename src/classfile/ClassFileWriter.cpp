@@ -6,6 +6,7 @@
 
 #include <QIODevice>
 #include <algorithm>
+#include <charconv>
 
 namespace tarn
 {
@@ -13,29 +14,7 @@ namespace tarn
 namespace
 {
 
-constexpr char LineEnd[] = "\r\n";
 constexpr unsigned char FirstCodeWithoutProtectedForm = 128;
-
-QByteArray number(const ShownNumber& value)
-{
-    return value ? QByteArray::number(*value) : QByteArray();
-}
-
-template <std::size_t N> QByteArray numbers(const std::array<ShownNumber, N>& values)
-{
-    QByteArray line;
-    for (const ShownNumber& value : values)
-        line += number(value) + ' ';
-    line.chop(1);
-    return line;
-}
-
-// The two sums stand behind a sign place: a blank for zero and above, a minus below.
-QByteArray signBlank(qint32 sum)
-{
-    const qint64 wide = sum;
-    return (wide < 0 ? "-" : " ") + QByteArray::number(wide < 0 ? -wide : wide);
-}
 
 std::optional<char> firstWithoutProtectedForm(const QByteArray& bytes)
 {
@@ -74,16 +53,77 @@ QByteArray encode(const QString& text, bool protect, const TextOwner& owner)
         QStringLiteral("%1 \"%2\" holds \"%3\", which %4 cannot carry.").arg(owner.describe(), text, refused, file));
 }
 
+struct LineEnd {
+};
+
+// Appends the fields of lines to a block of bytes.
+class Lines
+{
+public:
+    explicit Lines(QByteArray& block) : m_block(block) {}
+
+    Lines& operator<<(const QByteArray& text)
+    {
+        m_block += text;
+        return *this;
+    }
+    Lines& operator<<(const char* text)
+    {
+        m_block += text;
+        return *this;
+    }
+    Lines& operator<<(char c)
+    {
+        m_block += c;
+        return *this;
+    }
+    Lines& operator<<(LineEnd)
+    {
+        m_block += "\r\n";
+        return *this;
+    }
+    // A missing value is written as empty text.
+    Lines& operator<<(const ShownNumber& value)
+    {
+        if (value)
+            appendNumber(*value);
+        return *this;
+    }
+    template <std::size_t N> Lines& operator<<(const std::array<ShownNumber, N>& values)
+    {
+        for (std::size_t k = 0; k < N; ++k)
+            (k ? *this << ' ' : *this) << values[k];
+        return *this;
+    }
+    // The two sums stand behind a sign place: a blank for zero and above, a minus below.
+    Lines& signBlank(qint32 sum)
+    {
+        m_block += sum < 0 ? '-' : ' ';
+        appendNumber(sum < 0 ? -qint64(sum) : qint64(sum));
+        return *this;
+    }
+
+private:
+    void appendNumber(qint64 value)
+    {
+        char digits[24];
+        const auto end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
+        m_block.append(digits, end - digits);
+    }
+
+    QByteArray& m_block;
+};
+
 } // namespace
 
 ClassFileWriter::ClassFileWriter(QIODevice& out, bool protectOutput) : m_out(out), m_protect(protectOutput) {}
 
 void ClassFileWriter::writeHeader(const QString& modId, const QString& configName)
 {
-    QByteArray block;
-    appendLine(block, "V3 " + encode(modId, m_protect, {nullptr, "Mod ID"}));
-    appendLine(block, encode(configName, m_protect, {nullptr, "configuration name"}));
-    write(block);
+    m_block.truncate(0);
+    Lines(m_block) << "V3 " << encode(modId, m_protect, {nullptr, "Mod ID"}) << LineEnd()
+                   << encode(configName, m_protect, {nullptr, "configuration name"}) << LineEnd();
+    write();
 }
 
 void ClassFileWriter::writeClass(const ExportedClass& cls)
@@ -91,27 +131,27 @@ void ClassFileWriter::writeClass(const ExportedClass& cls)
     const auto text = [&](const QString& value, const char* what) {
         return encode(value, m_protect, {&cls.name, what});
     };
-    QByteArray block = LineEnd; // the empty line that opens a class is never protected
-    appendLine(block, '[' + text(cls.name, "class name") + ']');
-    appendLine(block, text(cls.model, "model name") + ' ' + text(cls.redSkin, "red skin") + ' ' +
-                          text(cls.blueSkin, "blue skin") + ' ' + number(cls.decoySkin));
-    appendLine(block, "1 " + numbers(cls.weapons));
-    appendLine(block, numbers(cls.grenades));
-    appendLine(block, number(cls.armor) + ' ' + number(cls.speed) + ' ' + number(cls.health) + ' ' +
-                          signBlank(cls.abilitySum) + ' ' + signBlank(cls.itemSum));
-    appendLine(block, numbers(cls.ammo));
-    write(block);
+    m_block.truncate(0);
+    Lines lines(m_block);
+    lines << LineEnd() << '[' << text(cls.name, "class name") << ']' << LineEnd();
+    lines << text(cls.model, "model name") << ' ' << text(cls.redSkin, "red skin") << ' '
+          << text(cls.blueSkin, "blue skin") << ' ' << cls.decoySkin << LineEnd();
+    lines << "1 " << cls.weapons << LineEnd();
+    lines << cls.grenades << LineEnd();
+    lines << cls.armor << ' ' << cls.speed << ' ' << cls.health << ' ';
+    lines.signBlank(cls.abilitySum) << ' ';
+    lines.signBlank(cls.itemSum) << LineEnd();
+    lines << cls.ammo << LineEnd();
+    write();
 }
 
-void ClassFileWriter::appendLine(QByteArray& block, const QByteArray& line) const
+// Protection goes byte by byte and leaves the line ends, which lie below its
+// threshold, as they are; so a block of whole lines goes through it at once, and the
+// empty line that opens a class stays empty.
+void ClassFileWriter::write()
 {
-    block += protectLine(line, m_protect);
-    block += LineEnd;
-}
-
-void ClassFileWriter::write(const QByteArray& block)
-{
-    if (m_out.write(block) != block.size())
+    const QByteArray bytes = protectLine(m_block, m_protect);
+    if (m_out.write(bytes) != bytes.size())
         throw ClassFileError(QStringLiteral("Cannot write the class file: %1").arg(m_out.errorString()));
 }
 

@@ -42,11 +42,11 @@ public:
     void writeClass(const ExportedClass& cls);
 
 private:
-    void appendLine(QByteArray& block, const QByteArray& line) const;
-    void write(const QByteArray& block);
+    void write();
 
     QIODevice& m_out;
     bool m_protect;
+    QByteArray m_block; // the lines of one call, kept to reuse its memory
 };
 
 } // namespace tarn

@@ -98,7 +98,7 @@ qint32 boxSum(const Statement& row, const std::vector<BoxEntry>& boxes, const st
 {
     quint32 sum = 0;
     for (std::size_t k = 0; k < boxes.size() && k < N; ++k) {
-        if (!row.isNull(columns[k]) && row.int64(columns[k]) == 1)
+        if (row.int64(columns[k]) == 1) // a missing value reads as 0
             sum += quint32(boxes[k].id);
     }
     return qint32(sum);
