@@ -3,15 +3,15 @@
 #   export  vs  an ordered ".mode csv" select of the configuration's rows
 #   import  vs  ".import --csv" of those rows into the same STRICT classdef table
 # at each size, so that the peak memory shows whether it grows with the file.
-# Prints the median wall time of RUNS runs (each a whole process), the peak RSS and
-# the ratio ours/shell.
+# Prints the median wall time of RUNS runs (each a whole process, ours and the
+# shell's taking turns), the peak RSS and the ratio ours/shell.
 # Usage: bench/classfile_bench.sh [RUNS] [CLASSES...]   (default: 5 runs; 3000 and 30000 classes)
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 runs="${1:-5}"
 shift || true
-sizes=("${@:-3000 30000}")
-sizes=(${sizes[*]})
+sizes=("$@")
+((${#sizes[@]})) || sizes=(3000 30000)
 build="$root/build-bench"
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DTARN_BUILD_BENCH=ON -DTARN_BUILD_TESTS=OFF >/dev/null
 cmake --build "$build" --target classfile_bench -j2 >/dev/null
@@ -19,24 +19,33 @@ bench="$build/bench/classfile_bench"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-# Median microseconds and peak KiB of COMMAND over $runs runs, PREPARE (untimed) before each.
-measure() {
-  local prepare="$1" command="$2" times=() peak=0 start end rss
-  for ((i = 0; i < runs; i++)); do
-    eval "$prepare"
-    start=$(date +%s%N)
-    /usr/bin/time -f %M -o "$work/rss" bash -c "exec $command" >/dev/null
-    end=$(date +%s%N)
-    times+=($(((end - start) / 1000)))
-    rss=$(tail -n 1 "$work/rss")
-    ((rss > peak)) && peak=$rss
-  done
-  echo "$(printf '%s\n' "${times[@]}" | sort -n | sed -n "$(((runs + 1) / 2))p") $peak"
+# One run of COMMAND: "microseconds peak-KiB".
+once() {
+  local start end
+  start=$(date +%s%N)
+  /usr/bin/time -f %M -o "$work/rss" bash -c "exec $1" >/dev/null
+  end=$(date +%s%N)
+  echo "$(((end - start) / 1000)) $(tail -n 1 "$work/rss")"
 }
 
-report() {
-  local label="$1" ours=($2) shell=($3)
-  awk -v l="$label" -v o="${ours[0]}" -v om="${ours[1]}" -v s="${shell[0]}" -v sm="${shell[1]}" 'BEGIN {
+median() { sort -n | sed -n "$(((runs + 1) / 2))p"; }
+
+# Runs OURS and SHELL in turn, $runs times each, PREPARE (untimed) before every run,
+# so that a change of load on the machine falls on both; prints one table row.
+compare() {
+  local label="$1" prepare="$2" ours="$3" shell="$4" o=() s=() op=0 sp=0 t m
+  for ((i = 0; i < runs; i++)); do
+    eval "$prepare"
+    read -r t m <<<"$(once "$ours")"
+    o+=("$t")
+    ((m > op)) && op=$m
+    eval "$prepare"
+    read -r t m <<<"$(once "$shell")"
+    s+=("$t")
+    ((m > sp)) && sp=$m
+  done
+  awk -v l="$label" -v o="$(printf '%s\n' "${o[@]}" | median)" -v om="$op" \
+    -v s="$(printf '%s\n' "${s[@]}" | median)" -v sm="$sp" 'BEGIN {
     printf "| %s | %.1f ms | %.1f MiB | %.1f ms | %.1f MiB | %.2f |\n", l, o / 1000, om / 1024, s / 1000, sm / 1024, o / s }'
 }
 
@@ -49,10 +58,8 @@ for classes in "${sizes[@]}"; do
   "$bench" export "$base" "$work/in$classes.class"
   sqlite3 "$base/tarn_dat.db" ".mode csv" "$select_rows" >"$work/in$classes.csv"
   fresh="rm -rf '$work/run'; cp -r '$base' '$work/run'"
-  report "export $classes classes" \
-    "$(measure : "'$bench' export '$base' '$work/out.class'")" \
-    "$(measure : "sqlite3 '$base/tarn_dat.db' '.mode csv' \"$select_rows\" > '$work/out.csv'")"
-  report "import $classes classes" \
-    "$(measure "$fresh" "'$bench' import '$work/run' '$work/in$classes.class' Imported")" \
-    "$(measure "$fresh" "sqlite3 '$work/run/tarn_dat.db' '.import --csv $work/in$classes.csv classdef'")"
+  compare "export $classes classes" : "'$bench' export '$base' '$work/out.class'" \
+    "sqlite3 '$base/tarn_dat.db' '.mode csv' \"$select_rows\" > '$work/out.csv'"
+  compare "import $classes classes" "$fresh" "'$bench' import '$work/run' '$work/in$classes.class' Imported" \
+    "sqlite3 '$work/run/tarn_dat.db' '.import --csv $work/in$classes.csv classdef'"
 done
