@@ -148,10 +148,6 @@ void frmClasses::deleteClass()
     m_dialogs.message(this, NoClassLeft);
 }
 
-void frmClasses::mnuSaveAs_Click() {}
-
-void frmClasses::mnuSaveUnprotected_Click() {}
-
 void frmClasses::closeEvent(QCloseEvent* event)
 {
     // A text its column can't hold keeps the window open to be corrected.

@@ -40,9 +40,7 @@ public:
     void AddClass_Click();
     void Command1_Click();
     void dbClassDef_Reposition();
-    // The export arrives separately.
     void mnuSaveAs_Click();
-    // The export arrives separately.
     void mnuSaveUnprotected_Click();
 
 protected:
@@ -62,6 +60,7 @@ private:
     void fillPickers(const ReferenceLists& lists);
     void fillBoxes(const std::vector<BoxEntry>& entries, std::span<QCheckBox* const> boxes);
     void Picker_Click(const Slot& slot);
+    void DoSave();
     void setPickersEnabled(bool enabled);
     void addClass();
     void deleteClass();

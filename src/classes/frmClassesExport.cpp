@@ -1,0 +1,43 @@
+#include "frmClasses.h"
+
+#include "classfile/ExportCommand.h"
+#include "core/AppState.h"
+#include "toolkit/Dialogs.h"
+#include "ui_frmClasses.h"
+
+namespace tarn
+{
+
+void frmClasses::mnuSaveAs_Click()
+{
+    m_state.protectOutput = true;
+    DoSave();
+}
+
+void frmClasses::mnuSaveUnprotected_Click()
+{
+    m_state.protectOutput = false;
+    DoSave();
+}
+
+// Writes the open configuration to the class file the author names. The export walks
+// the classes as the navigator would, so the slot tracking it does reaches the rows,
+// and the first class is on show afterwards. A refused export changes no row and no file.
+void frmClasses::DoSave()
+{
+    const QString file = m_dialogs.saveFileName(this, ClassFileFilter);
+    if (file.isEmpty())
+        return;
+    if (!ui->dbClassDef->storeChanges())
+        return;
+    m_dialogs.setBusy(true);
+    const auto error = exportConfigurationToFile(m_state.classDb(), m_state.refDb(), m_state.currentConfig,
+                                                 m_state.modId, m_state.protectOutput, file);
+    if (!error)
+        ui->dbClassDef->refresh();
+    m_dialogs.setBusy(false);
+    if (error)
+        m_dialogs.message(this, *error);
+}
+
+} // namespace tarn

@@ -1,0 +1,165 @@
+#include "support/TestSet.h"
+#include "tst_classes_fixture.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QPushButton>
+
+using namespace tarn;
+using namespace tarn::test;
+
+namespace {
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Every stored class row, in storage order, as text.
+QStringList classRows(Database& db)
+{
+    Statement query = db.prepare(QStringLiteral("select * from classdef order by rowid"));
+    QStringList rows;
+    while (query.step()) {
+        QStringList values;
+        for (int i = 0; i < query.columnCount(); ++i)
+            values << (query.isNull(i) ? QStringLiteral("<null>") : query.text(i));
+        rows << values.join(u'|');
+    }
+    return rows;
+}
+
+} // namespace
+
+class ClassEditorExportTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<ClassEditorFixture> f;
+
+    QString target() { return f->data.dir.filePath(QStringLiteral("out.class")); }
+    void save(const char* action, const QString& file)
+    {
+        f->dialogs.fileAnswers << file;
+        f->editor->findChild<QAction*>(action)->trigger();
+    }
+
+private slots:
+    void init()
+    {
+        f = std::make_unique<ClassEditorFixture>();
+        insertTestSet(f->data.classDb());
+        f->data.state->modId = QStringLiteral("12");
+        f->open(QStringLiteral("Test Set"));
+    }
+
+    void writesTheClassFileInEitherForm_data()
+    {
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<bool>("protectOutput");
+        QTest::newRow("Save As") << "mnuSaveAs" << QFINDTESTDATA("data/test_set_protected.class") << true;
+        QTest::newRow("Save Unprotected") << "mnuSaveUnprotected" << QFINDTESTDATA("data/test_set_unprotected.class")
+                                          << false;
+    }
+    void writesTheClassFileInEitherForm()
+    {
+        QFETCH(QString, action);
+        QFETCH(QString, expected);
+        QFETCH(bool, protectOutput);
+        f->nav().moveLast();
+        save(qPrintable(action), target());
+        QCOMPARE(f->dialogs.fileFilters, QStringList{"Class Config (*.class)|*.class|All Files (*.*)|*.*"});
+        QCOMPARE(readFile(target()), readFile(expected));
+        QCOMPARE(f->data.state->protectOutput, protectOutput);
+        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Light Scout")); // the first class is on show
+        QVERIFY(f->dialogs.messages.isEmpty());
+        QVERIFY(!f->dialogs.busy);
+    }
+
+    void cancelTouchesNothingAndKeepsTheClassOnShow()
+    {
+        f->nav().moveLast();
+        save("mnuSaveAs", QString());
+        QVERIFY(!QFile::exists(target()));
+        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner"));
+        QVERIFY(f->data.state->protectOutput); // the menu entry set it all the same
+    }
+
+    void waitingEditsAreStoredFirst()
+    {
+        f->type(QStringLiteral("fldClassName"), QStringLiteral("Heavy Scout"));
+        save("mnuSaveUnprotected", target());
+        QVERIFY(readFile(target()).contains("\r\n[Heavy Scout]\r\n"));
+        QCOMPARE(f->column(QStringLiteral("Test Set"), 1, QStringLiteral("class_name")).toString(),
+                 QStringLiteral("Heavy Scout"));
+    }
+
+    void editTheStoreRefusesStopsTheExport()
+    {
+        f->type(QStringLiteral("fldArmor"), QStringLiteral("lots"));
+        save("mnuSaveUnprotected", target());
+        QVERIFY(!QFile::exists(target()));
+        QCOMPARE(f->dialogs.messages.size(), 1);
+        QVERIFY(f->dialogs.messages[0].contains(QStringLiteral("lots")));
+        QCOMPARE(f->box("fldArmor")->text(), QStringLiteral("lots"));
+    }
+
+    void refusedExportIsToldAndLeavesTheOldFile()
+    {
+        QFile old(target());
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.write("old");
+        old.close();
+        f->nav().moveLast();
+        f->box(QStringLiteral("fldModel"))->setText(QStringLiteral("gunnér")); // typed or pasted alike
+        save("mnuSaveAs", target());
+        QCOMPARE(readFile(target()), QByteArray("old"));
+        QCOMPARE(f->dialogs.messages.size(), 1);
+        QVERIFY2(f->dialogs.messages[0].contains(QStringLiteral("Gunner")), qPrintable(f->dialogs.messages[0]));
+        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner")); // still on the class to correct
+        save("mnuSaveUnprotected", target());
+        QVERIFY(readFile(target()).contains("gunn\xe9r"));
+    }
+
+    void noClassLeftGivesTheHeaderLines()
+    {
+        f->control<QPushButton>(QStringLiteral("Command1"))->click();
+        f->control<QPushButton>(QStringLiteral("Command1"))->click();
+        save("mnuSaveUnprotected", target());
+        QCOMPARE(readFile(target()), QByteArray("V3 12\r\nTest Set\r\n"));
+    }
+
+    // tarnctl and the workbench share one export: the same bytes and the same rows after it.
+    void workbenchAndTarnctlExportAlike()
+    {
+        f->addClass(QStringLiteral("Test Set"), 9, {{"class_name", "Odd"}, {"w4", 99}, {"g2", 77}});
+        f->editor.reset();
+        const QString copy = f->data.dir.filePath(QStringLiteral("copy"));
+        QVERIFY(QDir().mkpath(copy));
+        for (const char* name : {"tarn_dat.db", "tarn_ref.db"})
+            QVERIFY(QFile::copy(f->data.dir.filePath(name), QDir(copy).filePath(name)));
+        QFile ini(QDir(copy).filePath(QStringLiteral("tarn.ini")));
+        QVERIFY(ini.open(QIODevice::WriteOnly));
+        ini.write("\"12\"\r\n");
+        ini.close();
+
+        f->open(QStringLiteral("Test Set"));
+        save("mnuSaveAs", target());
+        f->editor.reset();
+
+        const QString cliTarget = f->data.dir.filePath(QStringLiteral("cli.class"));
+        QCOMPARE(QProcess::execute(QStringLiteral(TARNCTL_PATH),
+                                   {"--data-dir", copy, "export", "Test Set", cliTarget}),
+                 0);
+        QCOMPARE(readFile(cliTarget), readFile(target()));
+        Database cliStore(QDir(copy).filePath(QStringLiteral("tarn_dat.db")), Database::Open::Existing);
+        QCOMPARE(classRows(cliStore), classRows(f->data.classDb()));
+        QCOMPARE(f->column(QStringLiteral("Test Set"), 9, QStringLiteral("w4")).toInt(), 0); // tracked and stored
+    }
+};
+
+QTEST_MAIN(ClassEditorExportTest)
+#include "tst_classes_export.moc"
