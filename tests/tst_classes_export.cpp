@@ -10,7 +10,8 @@
 using namespace tarn;
 using namespace tarn::test;
 
-namespace {
+namespace
+{
 
 QByteArray readFile(const QString& path)
 {
@@ -34,7 +35,8 @@ QStringList classRows(Database& db)
 
 } // namespace
 
-class ClassEditorExportTest : public QObject {
+class ClassEditorExportTest : public QObject
+{
     Q_OBJECT
 
     std::unique_ptr<ClassEditorFixture> f;
@@ -61,8 +63,8 @@ private slots:
         QTest::addColumn<QString>("expected");
         QTest::addColumn<bool>("protectOutput");
         QTest::newRow("Save As") << "mnuSaveAs" << QFINDTESTDATA("data/test_set_protected.class") << true;
-        QTest::newRow("Save Unprotected") << "mnuSaveUnprotected" << QFINDTESTDATA("data/test_set_unprotected.class")
-                                          << false;
+        QTest::newRow("Save Unprotected")
+            << "mnuSaveUnprotected" << QFINDTESTDATA("data/test_set_unprotected.class") << false;
     }
     void writesTheClassFileInEitherForm()
     {
@@ -151,8 +153,7 @@ private slots:
         f->editor.reset();
 
         const QString cliTarget = f->data.dir.filePath(QStringLiteral("cli.class"));
-        QCOMPARE(QProcess::execute(QStringLiteral(TARNCTL_PATH),
-                                   {"--data-dir", copy, "export", "Test Set", cliTarget}),
+        QCOMPARE(QProcess::execute(QStringLiteral(TARNCTL_PATH), {"--data-dir", copy, "export", "Test Set", cliTarget}),
                  0);
         QCOMPARE(readFile(cliTarget), readFile(target()));
         Database cliStore(QDir(copy).filePath(QStringLiteral("tarn_dat.db")), Database::Open::Existing);

@@ -14,7 +14,8 @@
 using namespace tarn;
 using namespace tarn::test;
 
-class ConfigWindowTest : public QObject {
+class ConfigWindowTest : public QObject
+{
     Q_OBJECT
 
     std::unique_ptr<TempData> m_data;
@@ -190,13 +191,15 @@ private slots:
     {
         m_dialogs->inputAnswers << QStringLiteral("12") << QString() << QStringLiteral(" 9 ");
         trigger("mnuSetModID");
-        QCOMPARE(m_dialogs->prompts.value(0), QStringLiteral("Mod ID|Enter Your Mod ID (not required). Current ID = 0"));
+        QCOMPARE(m_dialogs->prompts.value(0),
+                 QStringLiteral("Mod ID|Enter Your Mod ID (not required). Current ID = 0"));
         QCOMPARE(m_data->state->modId, QStringLiteral("12"));
         trigger("mnuSetModID"); // an empty answer never empties a Mod ID
         QCOMPARE(m_data->state->modId, QStringLiteral("12"));
         QCOMPARE(readModId(m_data->state->settingsPath()), QStringLiteral("12"));
         trigger("mnuSetModID");
-        QCOMPARE(m_dialogs->prompts.value(2), QStringLiteral("Mod ID|Enter Your Mod ID (not required). Current ID = 12"));
+        QCOMPARE(m_dialogs->prompts.value(2),
+                 QStringLiteral("Mod ID|Enter Your Mod ID (not required). Current ID = 12"));
         QCOMPARE(m_data->state->modId, QStringLiteral(" 9 ")); // as typed for this run
         openWindow();
         QCOMPARE(m_data->state->modId, QStringLiteral("9")); // trimmed after the next start

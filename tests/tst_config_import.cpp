@@ -10,7 +10,8 @@
 using namespace tarn;
 using namespace tarn::test;
 
-class ImportButtonTest : public QObject {
+class ImportButtonTest : public QObject
+{
     Q_OBJECT
 
     std::unique_ptr<TempData> m_data;

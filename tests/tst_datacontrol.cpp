@@ -29,7 +29,8 @@ struct ItemForm {
     }
 };
 
-class DataControlTest : public QObject {
+class DataControlTest : public QObject
+{
     Q_OBJECT
 
     std::unique_ptr<TempData> m_data;

@@ -11,7 +11,8 @@
 
 using namespace tarn;
 
-namespace {
+namespace
+{
 
 void writeFile(const QString& path, const QByteArray& content)
 {
@@ -28,7 +29,8 @@ QByteArray readFile(const QString& path)
 
 } // namespace
 
-class StartupTest : public QObject {
+class StartupTest : public QObject
+{
     Q_OBJECT
 
 private slots:

@@ -11,7 +11,8 @@
 
 using namespace tarn;
 
-class StoreTest : public QObject {
+class StoreTest : public QObject
+{
     Q_OBJECT
 
     QTemporaryDir m_dir;

@@ -11,7 +11,8 @@
 
 using namespace tarn;
 
-namespace {
+namespace
+{
 
 struct Outcome {
     int status = -1;
@@ -34,7 +35,8 @@ void writeFile(const QString& path, const QByteArray& content)
 
 } // namespace
 
-class TarnctlTest : public QObject {
+class TarnctlTest : public QObject
+{
     Q_OBJECT
 
     std::unique_ptr<QTemporaryDir> m_dir;
@@ -87,7 +89,8 @@ private slots:
         QTest::addColumn<QStringList>("option");
         QTest::addColumn<QString>("expected");
         QTest::newRow("protected") << QStringList{} << QFINDTESTDATA("data/test_set_protected.class");
-        QTest::newRow("unprotected") << QStringList{"--unprotected"} << QFINDTESTDATA("data/test_set_unprotected.class");
+        QTest::newRow("unprotected") << QStringList{"--unprotected"}
+                                     << QFINDTESTDATA("data/test_set_unprotected.class");
     }
     void exportGivesTheExpectedBytes()
     {
@@ -152,9 +155,10 @@ private slots:
         QTest::newRow("delete unknown") << QStringList{"delete", "nobody"} << "no configuration is named \"nobody\"";
         QTest::newRow("copy unknown") << QStringList{"copy", "nobody", "x"} << "nobody";
         QTest::newRow("export unknown") << QStringList{"export", "nobody", "f.class"} << "nobody";
-        QTest::newRow("import missing file") << QStringList{"import", "/no/such/file.class", "x"} << "/no/such/file.class";
-        QTest::newRow("export into missing folder") << QStringList{"export", "Test Set", "/no/such/dir/f.class"}
-                                                    << "/no/such/dir/f.class";
+        QTest::newRow("import missing file")
+            << QStringList{"import", "/no/such/file.class", "x"} << "/no/such/file.class";
+        QTest::newRow("export into missing folder")
+            << QStringList{"export", "Test Set", "/no/such/dir/f.class"} << "/no/such/dir/f.class";
         QTest::newRow("empty mod id") << QStringList{"modid", ""} << "empty Mod ID";
     }
     void refusalsSayWhatAndWhy()
@@ -168,8 +172,9 @@ private slots:
 
     void badRecordIsReportedAndNoConfigurationMade()
     {
-        writeFile(file("bad.class"), "V3 0\r\nx\r\n\r\n[A]\r\nm r b 0\r\n1 0 0 0 0 0 0 0 0 0\r\n0 0 0\r\n1 2 3  0  0\r\n1 2 3 4 5 6\r\n"
-                                     "stray\r\n[B]\r\nm r b 0\r\n");
+        writeFile(file("bad.class"),
+                  "V3 0\r\nx\r\n\r\n[A]\r\nm r b 0\r\n1 0 0 0 0 0 0 0 0 0\r\n0 0 0\r\n1 2 3  0  0\r\n1 2 3 4 5 6\r\n"
+                  "stray\r\n[B]\r\nm r b 0\r\n");
         const Outcome outcome = tarnctl({"import", file("bad.class"), "broken"});
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.err, QByteArray("Bad Class Record: stray\n"));
@@ -245,7 +250,9 @@ private slots:
 
     void checkListsProblemsWithLineNumbers()
     {
-        writeFile(file("bad.class"), "V3 0\r\nx\r\n\r\n[A]\r\nm r b 0\r\n1 0 0 0 0 0 0 0 0 0\r\n0 0 0\r\n1 2 abc  0  0\r\n1 2 3 4 5 6\r\n\r\n");
+        writeFile(
+            file("bad.class"),
+            "V3 0\r\nx\r\n\r\n[A]\r\nm r b 0\r\n1 0 0 0 0 0 0 0 0 0\r\n0 0 0\r\n1 2 abc  0  0\r\n1 2 3 4 5 6\r\n\r\n");
         const Outcome bad = bare({"check", file("bad.class")});
         QCOMPARE(bad.status, 1);
         QVERIFY2(bad.err.contains("line 8") && bad.err.contains("abc"), bad.err.constData());

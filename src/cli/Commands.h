@@ -5,7 +5,8 @@
 #include <QString>
 #include <QStringList>
 
-namespace tarn::cli {
+namespace tarn::cli
+{
 
 // The command line once its options are taken off: the command, its arguments and
 // the data directory they work on.

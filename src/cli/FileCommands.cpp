@@ -7,9 +7,11 @@
 #include <QFile>
 #include <QTextStream>
 
-namespace tarn::cli {
+namespace tarn::cli
+{
 
-namespace {
+namespace
+{
 
 // A line's text without its ending, and the ending as it stood.
 std::pair<QByteArray, QByteArray> splitEnding(const QByteArray& line)
@@ -64,9 +66,8 @@ int protectCommand(const Invocation&, Console& console)
 
 int unprotectCommand(const Invocation&, Console& console)
 {
-    return filterLines(console, [](const QByteArray& text, int) -> std::optional<QByteArray> {
-        return unprotectLine(text);
-    });
+    return filterLines(console,
+                       [](const QByteArray& text, int) -> std::optional<QByteArray> { return unprotectLine(text); });
 }
 
 int checkCommand(const Invocation& call, Console& console)
@@ -74,8 +75,8 @@ int checkCommand(const Invocation& call, Console& console)
     const QString& path = call.arguments[0];
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        console.error << QStringLiteral("tarnctl: cannot open %1: %2\n").arg(QDir::toNativeSeparators(path),
-                                                                           file.errorString());
+        console.error
+            << QStringLiteral("tarnctl: cannot open %1: %2\n").arg(QDir::toNativeSeparators(path), file.errorString());
         return Refused;
     }
     const QStringList problems = checkClassFile(file);

@@ -10,9 +10,11 @@
 #include <QTextStream>
 #include <functional>
 
-namespace tarn::cli {
+namespace tarn::cli
+{
 
-namespace {
+namespace
+{
 
 int refuse(Console& console, const QString& why)
 {
@@ -121,8 +123,8 @@ int modIdCommand(const Invocation& call, Console& console)
             return Success;
         }
         if (call.arguments[0].isEmpty())
-            return refuse(console, QStringLiteral("an empty Mod ID is not taken; the Mod ID stays \"%1\"")
-                                       .arg(state.modId));
+            return refuse(console,
+                          QStringLiteral("an empty Mod ID is not taken; the Mod ID stays \"%1\"").arg(state.modId));
         const auto error = writeModId(state.settingsPath(), call.arguments[0]);
         return error ? refuse(console, *error) : Success;
     });

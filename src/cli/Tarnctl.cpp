@@ -9,9 +9,11 @@
 #include <functional>
 #include <map>
 
-namespace tarn::cli {
+namespace tarn::cli
+{
 
-namespace {
+namespace
+{
 
 const char* const UsageText = R"(Usage:
   tarnctl [--data-dir DIR] list                      configuration names, one per line, in list order
@@ -42,16 +44,11 @@ struct CommandInfo {
 const std::map<QString, CommandInfo>& commands()
 {
     static const std::map<QString, CommandInfo> table{
-        {QStringLiteral("list"), {listCommand, 0, 0}},
-        {QStringLiteral("new"), {newCommand, 1, 1}},
-        {QStringLiteral("delete"), {deleteCommand, 1, 1}},
-        {QStringLiteral("copy"), {copyCommand, 2, 2}},
-        {QStringLiteral("export"), {exportCommand, 2, 2}},
-        {QStringLiteral("import"), {importCommand, 2, 2}},
-        {QStringLiteral("modid"), {modIdCommand, 0, 1}},
-        {QStringLiteral("protect"), {protectCommand, 0, 0}},
-        {QStringLiteral("unprotect"), {unprotectCommand, 0, 0}},
-        {QStringLiteral("check"), {checkCommand, 1, 1}},
+        {QStringLiteral("list"), {listCommand, 0, 0}},           {QStringLiteral("new"), {newCommand, 1, 1}},
+        {QStringLiteral("delete"), {deleteCommand, 1, 1}},       {QStringLiteral("copy"), {copyCommand, 2, 2}},
+        {QStringLiteral("export"), {exportCommand, 2, 2}},       {QStringLiteral("import"), {importCommand, 2, 2}},
+        {QStringLiteral("modid"), {modIdCommand, 0, 1}},         {QStringLiteral("protect"), {protectCommand, 0, 0}},
+        {QStringLiteral("unprotect"), {unprotectCommand, 0, 0}}, {QStringLiteral("check"), {checkCommand, 1, 1}},
     };
     return table;
 }

@@ -5,7 +5,8 @@
 class QIODevice;
 class QTextStream;
 
-namespace tarn::cli {
+namespace tarn::cli
+{
 
 // Exit statuses of tarnctl.
 inline constexpr int Success = 0;

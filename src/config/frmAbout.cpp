@@ -4,7 +4,8 @@
 #include "toolkit/SystemNames.h"
 #include "ui_frmAbout.h"
 
-namespace tarn {
+namespace tarn
+{
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::frmAbout>())
 {

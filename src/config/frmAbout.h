@@ -3,14 +3,17 @@
 #include <QDialog>
 #include <memory>
 
-namespace Ui {
+namespace Ui
+{
 class frmAbout;
 }
 
-namespace tarn {
+namespace tarn
+{
 
 // The about box: a fixed-size dialog whose OK answers both Enter and Escape.
-class frmAbout : public QDialog {
+class frmAbout : public QDialog
+{
     Q_OBJECT
 public:
     explicit frmAbout(QWidget* parent = nullptr);

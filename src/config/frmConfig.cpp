@@ -15,9 +15,11 @@
 
 #include <QApplication>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 const QString NothingSelected = QStringLiteral("You must select a class configuration");
 } // namespace
 
@@ -77,8 +79,8 @@ void frmConfig::classlist_Click()
 
 void frmConfig::btNew_Click()
 {
-    const QString name = m_dialogs.inputBox(this, QStringLiteral("Enter the Configuration Name"),
-                                            QStringLiteral("Enter Config Name"));
+    const QString name =
+        m_dialogs.inputBox(this, QStringLiteral("Enter the Configuration Name"), QStringLiteral("Enter Config Name"));
     if (name.isEmpty())
         return;
     guarded([&] {
@@ -144,13 +146,14 @@ void frmConfig::btImport_Click()
         guarded([this] { RefreshList(); });
     m_dialogs.setBusy(false);
     m_dialogs.message(this, result.status == ImportResult::Status::Complete ? QStringLiteral("Import Complete")
-                                                                             : result.message);
+                                                                            : result.message);
 }
 
 void frmConfig::mnuSetModID_Click()
 {
-    const QString answer = m_dialogs.inputBox(
-        this, QStringLiteral("Enter Your Mod ID (not required). Current ID = ") + m_state.modId, QStringLiteral("Mod ID"));
+    const QString answer =
+        m_dialogs.inputBox(this, QStringLiteral("Enter Your Mod ID (not required). Current ID = ") + m_state.modId,
+                           QStringLiteral("Mod ID"));
     if (answer.isEmpty())
         return;
     m_state.modId = answer;
@@ -163,10 +166,22 @@ void frmConfig::mnuExit_Click()
     QApplication::exit(0);
 }
 
-void frmConfig::mnuUpdateWeapons_Click() { showReferenceWindow(ReferenceTable::Weapons); }
-void frmConfig::mnuUpdateGrenades_Click() { showReferenceWindow(ReferenceTable::Grenades); }
-void frmConfig::mnuEditSpecial_Click() { showReferenceWindow(ReferenceTable::Special); }
-void frmConfig::mnuEditItems_Click() { showReferenceWindow(ReferenceTable::Items); }
+void frmConfig::mnuUpdateWeapons_Click()
+{
+    showReferenceWindow(ReferenceTable::Weapons);
+}
+void frmConfig::mnuUpdateGrenades_Click()
+{
+    showReferenceWindow(ReferenceTable::Grenades);
+}
+void frmConfig::mnuEditSpecial_Click()
+{
+    showReferenceWindow(ReferenceTable::Special);
+}
+void frmConfig::mnuEditItems_Click()
+{
+    showReferenceWindow(ReferenceTable::Items);
+}
 
 void frmConfig::mnuAbout_Click()
 {

@@ -5,18 +5,21 @@
 #include <functional>
 #include <memory>
 
-namespace Ui {
+namespace Ui
+{
 class frmConfig;
 }
 
-namespace tarn {
+namespace tarn
+{
 
 struct AppState;
 class Dialogs;
 enum class ReferenceTable;
 
 // The main window: the list of configurations and every command of the program.
-class frmConfig : public QMainWindow {
+class frmConfig : public QMainWindow
+{
     Q_OBJECT
 public:
     frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent = nullptr);

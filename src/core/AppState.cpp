@@ -4,7 +4,8 @@
 
 #include <QDir>
 
-namespace tarn {
+namespace tarn
+{
 
 std::unique_ptr<AppState> AppState::open(const QString& dataDirectory)
 {

@@ -5,14 +5,15 @@
 #include <QString>
 #include <memory>
 
-namespace tarn {
+namespace tarn
+{
 
 // What every window shares for the whole run. One instance, made at start-up and
 // handed to the windows; nothing of it is saved but the Mod ID.
 struct AppState {
     QString dataDirectory;
-    Stores stores;          // classDb on tarn_dat.db, refDb on tarn_ref.db
-    QString currentConfig;  // the selected configuration; empty means none
+    Stores stores;         // classDb on tarn_dat.db, refDb on tarn_ref.db
+    QString currentConfig; // the selected configuration; empty means none
     QString modId = QStringLiteral("0");
     bool protectOutput = false; // the form of the next export
 

@@ -5,7 +5,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-namespace tarn {
+namespace tarn
+{
 
 QString chooseDataDirectory(const DataDirectoryChoice& choice)
 {

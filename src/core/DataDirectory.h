@@ -2,7 +2,8 @@
 
 #include <QString>
 
-namespace tarn {
+namespace tarn
+{
 
 // Where the stores and tarn.ini live, in this order: the --data-dir option, the
 // TARN_DATA_DIR environment variable, the program's own directory when it already

@@ -4,9 +4,11 @@
 #include <QFile>
 #include <QSaveFile>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 QString trimSpaces(QString text)
 {

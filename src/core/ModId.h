@@ -4,7 +4,8 @@
 #include <QString>
 #include <optional>
 
-namespace tarn {
+namespace tarn
+{
 
 // The Mod ID kept in tarn.ini: one line, the value between double quotes.
 // Any failure to read gives "0".

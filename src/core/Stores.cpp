@@ -10,9 +10,11 @@
 #include <QFileInfo>
 #include <functional>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 using Seed = std::function<void(Database&)>;
 

@@ -5,7 +5,8 @@
 #include <QString>
 #include <memory>
 
-namespace tarn {
+namespace tarn
+{
 
 // The two open stores of a data directory: the configurations and their classes,
 // and the reference tables the classes choose from.

@@ -9,7 +9,8 @@
 #include <QMessageBox>
 #include <cstdio>
 
-namespace {
+namespace
+{
 
 QString dataDirectoryOption(const QApplication& app)
 {

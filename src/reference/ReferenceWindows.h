@@ -3,7 +3,8 @@
 #include <QWidget>
 #include <memory>
 
-namespace tarn {
+namespace tarn
+{
 
 struct AppState;
 class Dialogs;

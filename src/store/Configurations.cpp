@@ -5,9 +5,11 @@
 #include "Statements.h"
 #include "StoreError.h"
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 void insertPackageRow(Database& classDb, const QString& name)
 {
@@ -47,8 +49,9 @@ void addConfiguration(Database& classDb, const QString& name)
 void deleteConfiguration(Database& classDb, const QString& name)
 {
     Transaction transaction(classDb);
-    classDb.prepare(QStringLiteral("delete from package where rowid = "
-                                   "(select min(rowid) from package where package_name = ?)"))
+    classDb
+        .prepare(QStringLiteral("delete from package where rowid = "
+                                "(select min(rowid) from package where package_name = ?)"))
         .run({name});
     classDb.prepare(sql::DeleteClassesOfConfig).run({name});
     transaction.commit();

@@ -3,7 +3,8 @@
 #include <QString>
 #include <QStringList>
 
-namespace tarn {
+namespace tarn
+{
 
 class Database;
 

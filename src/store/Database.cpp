@@ -5,9 +5,11 @@
 #include <QDir>
 #include <sqlite3.h>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 // How long a statement waits for another program (the workbench, a build script)
 // to finish its write before it gives up with "database is locked".
 constexpr int BusyTimeoutMs = 5000;

@@ -6,11 +6,13 @@
 
 struct sqlite3;
 
-namespace tarn {
+namespace tarn
+{
 
 // An open SQLite database file. Opening never creates a file by accident: an
 // existing store is opened read-write only, and a new one is made only on request.
-class Database {
+class Database
+{
 public:
     enum class Open { Existing, CreateNew };
 
@@ -34,7 +36,8 @@ private:
 
 // Commits on commit(); rolls back if left before that, so a failed step leaves the
 // store as it was.
-class Transaction {
+class Transaction
+{
 public:
     explicit Transaction(Database& db);
     ~Transaction();

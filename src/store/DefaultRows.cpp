@@ -5,9 +5,11 @@
 
 #include <QStringList>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 // Id 1 is the blaster that every class carries in slot 1; it is kept out of the pickers.
 const QStringList weaponNames{QStringLiteral("None"),
@@ -29,19 +31,19 @@ constexpr int BlasterId = 1;
 const QStringList grenadeNames{QStringLiteral("None"), QStringLiteral("Hand Grenade"), QStringLiteral("Flash Grenade"),
                                QStringLiteral("Cluster Grenade"), QStringLiteral("Proximity Mine")};
 
-const QStringList itemNames{QStringLiteral("Power Screen"), QStringLiteral("Power Shield"),
-                            QStringLiteral("Silencer"),     QStringLiteral("Rebreather"),
+const QStringList itemNames{QStringLiteral("Power Screen"),     QStringLiteral("Power Shield"),
+                            QStringLiteral("Silencer"),         QStringLiteral("Rebreather"),
                             QStringLiteral("Environment Suit"), QStringLiteral("Bandolier"),
-                            QStringLiteral("Ammo Pack"),    QStringLiteral("Night Vision")};
+                            QStringLiteral("Ammo Pack"),        QStringLiteral("Night Vision")};
 
 const QStringList specialNames{
-    QStringLiteral("Double Jump"),     QStringLiteral("Jetpack"),       QStringLiteral("Cloaking"),
-    QStringLiteral("Regeneration"),    QStringLiteral("Vampire"),       QStringLiteral("Grappling Hook"),
-    QStringLiteral("Fall Immunity"),   QStringLiteral("Slime Immunity"), QStringLiteral("Lava Immunity"),
-    QStringLiteral("Stealth Steps"),   QStringLiteral("Radar"),         QStringLiteral("Laser Sight"),
-    QStringLiteral("Medic Healing"),   QStringLiteral("Armor Repair"),  QStringLiteral("Ammo Supply"),
-    QStringLiteral("Disguise"),        QStringLiteral("Wall Climb"),    QStringLiteral("Quad Recharge"),
-    QStringLiteral("Haste"),           QStringLiteral("Flag Carrier"),  QStringLiteral("Team Shield")};
+    QStringLiteral("Double Jump"),   QStringLiteral("Jetpack"),        QStringLiteral("Cloaking"),
+    QStringLiteral("Regeneration"),  QStringLiteral("Vampire"),        QStringLiteral("Grappling Hook"),
+    QStringLiteral("Fall Immunity"), QStringLiteral("Slime Immunity"), QStringLiteral("Lava Immunity"),
+    QStringLiteral("Stealth Steps"), QStringLiteral("Radar"),          QStringLiteral("Laser Sight"),
+    QStringLiteral("Medic Healing"), QStringLiteral("Armor Repair"),   QStringLiteral("Ammo Supply"),
+    QStringLiteral("Disguise"),      QStringLiteral("Wall Climb"),     QStringLiteral("Quad Recharge"),
+    QStringLiteral("Haste"),         QStringLiteral("Flag Carrier"),   QStringLiteral("Team Shield")};
 
 void insertArmoury(Database& refDb, const QString& table, const QString& prefix, const QStringList& names,
                    const QStringList& damage, const QStringList& speed)
@@ -51,8 +53,8 @@ void insertArmoury(Database& refDb, const QString& table, const QString& prefix,
                                          .arg(table, prefix));
     for (int i = 0; i < names.size(); ++i) {
         const bool offered = !(prefix == QLatin1String("w") && i == BlasterId);
-        insert.run({i, names[i], damage.value(i, QStringLiteral("0")), speed.value(i, QStringLiteral("0")),
-                    offered ? 1 : 0});
+        insert.run(
+            {i, names[i], damage.value(i, QStringLiteral("0")), speed.value(i, QStringLiteral("0")), offered ? 1 : 0});
     }
 }
 
@@ -87,10 +89,54 @@ void insertExampleConfiguration(Database& classDb)
         "?, ?, 0, 0, 0, 0, 0, 0, 0, ?, ?, ?, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "
         "?, ?, ?, ?, ?, ?)"));
     // name, model, skins, decoy, two weapons, grenade, armor/speed/health, items 1-2, abilities 1-3, ammunition
-    insert.run({name, 1, QStringLiteral("Scout"), QStringLiteral("male"), QStringLiteral("scout_r"),
-                QStringLiteral("scout_b"), 1, 2, 4, 1, 50, 320, 100, 0, 1, 1, 0, 1, 100, 20, 0, 5, 0, 0});
-    insert.run({name, 2, QStringLiteral("Heavy"), QStringLiteral("cyborg"), QStringLiteral("heavy_r"),
-                QStringLiteral("heavy_b"), 0, 7, 5, 1, 200, 240, 150, 1, 0, 0, 1, 0, 200, 50, 25, 10, 100, 10});
+    insert.run({name,
+                1,
+                QStringLiteral("Scout"),
+                QStringLiteral("male"),
+                QStringLiteral("scout_r"),
+                QStringLiteral("scout_b"),
+                1,
+                2,
+                4,
+                1,
+                50,
+                320,
+                100,
+                0,
+                1,
+                1,
+                0,
+                1,
+                100,
+                20,
+                0,
+                5,
+                0,
+                0});
+    insert.run({name,
+                2,
+                QStringLiteral("Heavy"),
+                QStringLiteral("cyborg"),
+                QStringLiteral("heavy_r"),
+                QStringLiteral("heavy_b"),
+                0,
+                7,
+                5,
+                1,
+                200,
+                240,
+                150,
+                1,
+                0,
+                0,
+                1,
+                0,
+                200,
+                50,
+                25,
+                10,
+                100,
+                10});
 }
 
 } // namespace tarn

@@ -1,6 +1,7 @@
 #pragma once
 
-namespace tarn {
+namespace tarn
+{
 
 class Database;
 

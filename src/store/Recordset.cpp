@@ -5,9 +5,11 @@
 
 #include <QRegularExpression>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 struct ParsedSelect {
     QString table;
@@ -130,9 +132,10 @@ void Recordset::addNew(const QVariantMap& values)
         marks << QStringLiteral("?");
         bound << it.value();
     }
-    const QString sql = names.isEmpty() ? QStringLiteral("insert into %1 default values").arg(m_table)
-                                        : QStringLiteral("insert into %1 (%2) values (%3)")
-                                              .arg(m_table, names.join(u", "), marks.join(u", "));
+    const QString sql =
+        names.isEmpty()
+            ? QStringLiteral("insert into %1 default values").arg(m_table)
+            : QStringLiteral("insert into %1 (%2) values (%3)").arg(m_table, names.join(u", "), marks.join(u", "));
     Statement statement = m_db.prepare(sql);
     statement.run(bound);
     const bool atEof = eof();

@@ -8,7 +8,8 @@
 
 #include "Statement.h"
 
-namespace tarn {
+namespace tarn
+{
 
 class Database;
 
@@ -18,7 +19,8 @@ class Database;
 // delete there is no current row until the next move.
 //
 // The statement is a "select * from TABLE ..." text with "?" parameters.
-class Recordset {
+class Recordset
+{
 public:
     Recordset(Database& db, const QString& selectSql, const QVariantList& params = {});
 

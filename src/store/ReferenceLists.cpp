@@ -3,9 +3,11 @@
 #include "Database.h"
 #include "Statements.h"
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 std::vector<PickerEntry> loadPicker(Database& refDb, const QString& sql, const QString& idColumn,
                                     const QString& nameColumn)
@@ -17,8 +19,8 @@ std::vector<PickerEntry> loadPicker(Database& refDb, const QString& sql, const Q
     return entries;
 }
 
-std::vector<BoxEntry> loadBoxes(Database& refDb, const QString& sql, const QString& idColumn,
-                                const QString& nameColumn, int boxes)
+std::vector<BoxEntry> loadBoxes(Database& refDb, const QString& sql, const QString& idColumn, const QString& nameColumn,
+                                int boxes)
 {
     Statement query =
         refDb.prepare(QStringLiteral("select %1, %2, kd_enabled from (%3)").arg(idColumn, nameColumn, sql));

@@ -3,7 +3,8 @@
 #include <QString>
 #include <vector>
 
-namespace tarn {
+namespace tarn
+{
 
 class Database;
 

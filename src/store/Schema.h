@@ -6,7 +6,8 @@
 #include <optional>
 #include <span>
 
-namespace tarn {
+namespace tarn
+{
 
 class Database;
 
@@ -29,7 +30,8 @@ struct TableDef {
     std::span<const ColumnDef> columns;
 };
 
-namespace schema {
+namespace schema
+{
 
 const TableDef& package();
 const TableDef& classdef();

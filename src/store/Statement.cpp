@@ -4,7 +4,8 @@
 
 #include <sqlite3.h>
 
-namespace tarn {
+namespace tarn
+{
 
 Statement::Statement(sqlite3* db, const QString& sql) : m_db(db)
 {

@@ -6,11 +6,13 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-namespace tarn {
+namespace tarn
+{
 
 // One prepared statement. Parameters are bound by position from 1; a null QVariant
 // binds SQL NULL, and a NULL column reads back as a null QVariant.
-class Statement {
+class Statement
+{
 public:
     Statement(sqlite3* db, const QString& sql);
     ~Statement();

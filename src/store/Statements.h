@@ -4,7 +4,8 @@
 
 // Every statement the program runs against its stores. A configuration name is
 // always bound as the parameter "?", never pasted into the text.
-namespace tarn::sql {
+namespace tarn::sql
+{
 
 inline const QString ListConfigs = QStringLiteral("select * from package order by package_name");
 inline const QString ConfigByName = QStringLiteral("select * from package where package_name = ?");

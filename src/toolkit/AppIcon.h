@@ -2,7 +2,8 @@
 
 #include <QPixmap>
 
-namespace tarn {
+namespace tarn
+{
 
 // The program's 32 by 32 icon, drawn in a handful of flat colours.
 QPixmap appIcon();

@@ -11,7 +11,8 @@
 #include <QShortcut>
 #include <QToolButton>
 
-namespace tarn {
+namespace tarn
+{
 
 struct DataControl::Binding {
     enum class Type { Text, Check, Label };
@@ -23,7 +24,8 @@ struct DataControl::Binding {
     bool enabled = true;
 };
 
-namespace {
+namespace
+{
 
 QToolButton* navigatorButton(QWidget* parent, const QString& text, const QString& name, const QKeySequence& key)
 {
@@ -45,10 +47,12 @@ DataControl::DataControl(QWidget* parent) : QWidget(parent), m_caption(new QLabe
         QKeySequence key;
         Move move;
     };
-    const Button buttons[] = {{QStringLiteral("|◀"), QStringLiteral("First record"), QKeySequence(Qt::CTRL | Qt::Key_Home), Move::First},
-                              {QStringLiteral("◀"), QStringLiteral("Previous record"), QKeySequence(Qt::CTRL | Qt::Key_PageUp), Move::Previous},
-                              {QStringLiteral("▶"), QStringLiteral("Next record"), QKeySequence(Qt::CTRL | Qt::Key_PageDown), Move::Next},
-                              {QStringLiteral("▶|"), QStringLiteral("Last record"), QKeySequence(Qt::CTRL | Qt::Key_End), Move::Last}};
+    const Button buttons[] = {
+        {QStringLiteral("|◀"), QStringLiteral("First record"), QKeySequence(Qt::CTRL | Qt::Key_Home), Move::First},
+        {QStringLiteral("◀"), QStringLiteral("Previous record"), QKeySequence(Qt::CTRL | Qt::Key_PageUp),
+         Move::Previous},
+        {QStringLiteral("▶"), QStringLiteral("Next record"), QKeySequence(Qt::CTRL | Qt::Key_PageDown), Move::Next},
+        {QStringLiteral("▶|"), QStringLiteral("Last record"), QKeySequence(Qt::CTRL | Qt::Key_End), Move::Last}};
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -134,10 +138,22 @@ bool DataControl::hasChanges() const
     return std::any_of(m_bindings.begin(), m_bindings.end(), [](const auto& b) { return b->changed; });
 }
 
-bool DataControl::moveFirst() { return move(Move::First); }
-bool DataControl::movePrevious() { return move(Move::Previous); }
-bool DataControl::moveNext() { return move(Move::Next); }
-bool DataControl::moveLast() { return move(Move::Last); }
+bool DataControl::moveFirst()
+{
+    return move(Move::First);
+}
+bool DataControl::movePrevious()
+{
+    return move(Move::Previous);
+}
+bool DataControl::moveNext()
+{
+    return move(Move::Next);
+}
+bool DataControl::moveLast()
+{
+    return move(Move::Last);
+}
 
 bool DataControl::move(Move where)
 {
@@ -231,8 +247,9 @@ std::optional<QVariantMap> DataControl::collectChanges()
         const ColumnKind kind = schema::kindOf(m_recordset->table(), binding->column);
         const std::optional<QVariant> value = columnValueFromText(kind, text);
         if (!value) {
-            refuse(QStringLiteral("%1 cannot be \"%2\": it must be %3.").arg(binding->fieldName, text, describeKind(kind)),
-                   binding->control);
+            refuse(
+                QStringLiteral("%1 cannot be \"%2\": it must be %3.").arg(binding->fieldName, text, describeKind(kind)),
+                binding->control);
             return std::nullopt;
         }
         changes.insert(binding->column, *value);

@@ -13,7 +13,8 @@ class QLabel;
 class QLineEdit;
 class QToolButton;
 
-namespace tarn {
+namespace tarn
+{
 
 class Database;
 class Dialogs;
@@ -24,7 +25,8 @@ class Dialogs;
 // window's close, and raises reposition() once the controls show a new row.
 // A text its column cannot hold is not written and not lost: the author is told,
 // the move does not happen, and the text stays in its box.
-class DataControl : public QWidget {
+class DataControl : public QWidget
+{
     Q_OBJECT
 public:
     explicit DataControl(QWidget* parent = nullptr);

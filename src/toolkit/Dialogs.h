@@ -4,11 +4,13 @@
 
 class QWidget;
 
-namespace tarn {
+namespace tarn
+{
 
 // Every question, message, file dialog, busy cursor and modal window goes through
 // this seam. The workbench uses QtDialogs; tests install a scripted double.
-class Dialogs {
+class Dialogs
+{
 public:
     virtual ~Dialogs() = default;
 

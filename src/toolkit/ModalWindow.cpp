@@ -4,12 +4,15 @@
 #include <QEventLoop>
 #include <QWidget>
 
-namespace tarn {
+namespace tarn
+{
 
-namespace {
+namespace
+{
 
 // Ends the local event loop when the watched window is hidden by its close.
-class CloseWatcher : public QObject {
+class CloseWatcher : public QObject
+{
 public:
     explicit CloseWatcher(QEventLoop& loop) : m_loop(loop) {}
 

@@ -2,7 +2,8 @@
 
 class QWidget;
 
-namespace tarn {
+namespace tarn
+{
 
 // Shows a window application-modal and returns once it has been closed.
 void runModal(QWidget& window);

@@ -7,7 +7,8 @@
 #include <QInputDialog>
 #include <QMessageBox>
 
-namespace tarn {
+namespace tarn
+{
 
 QString qtFileFilter(const QString& filter)
 {

@@ -2,10 +2,12 @@
 
 #include "Dialogs.h"
 
-namespace tarn {
+namespace tarn
+{
 
 // The real dialogs, from Qt Widgets.
-class QtDialogs final : public Dialogs {
+class QtDialogs final : public Dialogs
+{
 public:
     QString inputBox(QWidget* parent, const QString& prompt, const QString& title) override;
     void message(QWidget* parent, const QString& text) override;

@@ -2,7 +2,8 @@
 
 #include <QWidget>
 
-namespace tarn {
+namespace tarn
+{
 
 void publishSystemNames(QWidget& window)
 {

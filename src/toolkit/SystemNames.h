@@ -2,7 +2,8 @@
 
 class QWidget;
 
-namespace tarn {
+namespace tarn
+{
 
 // Gives a window and every named control in it its system name as accessible
 // description, so support and automation can find each by the same name everywhere.

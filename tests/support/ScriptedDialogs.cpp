@@ -3,15 +3,17 @@
 #include <QTest>
 #include <QWidget>
 
-namespace tarn::test {
+namespace tarn::test
+{
 
-namespace {
+namespace
+{
 
 template <typename T> T take(QQueue<T>& queue, const char* what)
 {
     if (queue.isEmpty()) {
-        QTest::qFail(qPrintable(QStringLiteral("unexpected %1: no answer queued").arg(QLatin1String(what))),
-                     __FILE__, __LINE__);
+        QTest::qFail(qPrintable(QStringLiteral("unexpected %1: no answer queued").arg(QLatin1String(what))), __FILE__,
+                     __LINE__);
         return T();
     }
     return queue.dequeue();

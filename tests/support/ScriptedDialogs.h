@@ -6,11 +6,13 @@
 #include <QStringList>
 #include <functional>
 
-namespace tarn::test {
+namespace tarn::test
+{
 
 // Answers every dialog from queues filled by the test, and records what was shown.
 // A dialog asked for with nothing queued fails the test with a clear text.
-class ScriptedDialogs final : public Dialogs {
+class ScriptedDialogs final : public Dialogs
+{
 public:
     QQueue<QString> inputAnswers;
     QQueue<bool> confirmAnswers;

@@ -1,10 +1,12 @@
 #pragma once
 
-namespace tarn {
+namespace tarn
+{
 class Database;
 }
 
-namespace tarn::test {
+namespace tarn::test
+{
 
 // The configuration "Test Set" whose class file, with Mod ID 12 and the starting
 // reference rows, is tests/data/test_set_protected.class (and _unprotected): the

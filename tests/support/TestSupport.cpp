@@ -1,6 +1,7 @@
 #include "TestSupport.h"
 
-namespace tarn::test {
+namespace tarn::test
+{
 
 QString plain(const QString& caption)
 {

@@ -5,7 +5,8 @@
 #include <QTemporaryDir>
 #include <memory>
 
-namespace tarn::test {
+namespace tarn::test
+{
 
 // A fresh data directory with the starting stores, removed when the test ends.
 struct TempData {
