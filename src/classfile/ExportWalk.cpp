@@ -3,7 +3,6 @@
 #include "ClassFileWriter.h"
 #include "SlotSearch.h"
 #include "store/Database.h"
-#include "store/Schema.h"
 #include "store/Statements.h"
 
 #include <QHash>
