@@ -13,26 +13,32 @@ tarnctl="$root/build-bench/src/tarnctl"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-# Median milliseconds and peak KiB of a command, run $runs times after PREPARE (untimed).
+# One timed run of a command after PREPARE (untimed): "microseconds peak-KiB".
+timed() {
+  local prepare="$1" command="$2" start end
+  eval "$prepare"
+  start=$(date +%s%N)
+  /usr/bin/time -f %M -o "$work/rss" bash -c "$command" >/dev/null
+  end=$(date +%s%N)
+  echo "$(((end - start) / 1000)) $(tail -n 1 "$work/rss")"
+}
+
+# Ours and the shell's take turns, $runs times each, so both meet the same load.
+# Prints the median time and the peak memory of each: "ours-us ours-KiB shell-us shell-KiB".
 measure() {
-  local prepare="$1" command="$2" times=() peak=0 start end rss
+  local prepare="$1" ours="$2" shell="$3" o=() s=() op=0 sp=0 run
   for ((i = 0; i < runs; i++)); do
-    eval "$prepare"
-    start=$(date +%s%N)
-    /usr/bin/time -f %M -o "$work/rss" bash -c "$command" >/dev/null
-    end=$(date +%s%N)
-    times+=($(((end - start) / 1000)))
-    rss=$(tail -n 1 "$work/rss")
-    ((rss > peak)) && peak=$rss
+    run=($(timed "$prepare" "$ours")); o+=("${run[0]}"); ((run[1] > op)) && op=${run[1]}
+    run=($(timed "$prepare" "$shell")); s+=("${run[0]}"); ((run[1] > sp)) && sp=${run[1]}
   done
-  local median
-  median=$(printf '%s\n' "${times[@]}" | sort -n | sed -n "$(((runs + 1) / 2))p")
-  echo "$median $peak"
+  local middle=$(((runs + 1) / 2))
+  echo "$(printf '%s\n' "${o[@]}" | sort -n | sed -n "${middle}p") $op" \
+    "$(printf '%s\n' "${s[@]}" | sort -n | sed -n "${middle}p") $sp"
 }
 
 report() {
-  local label="$1" ours=($2) shell=($3)
-  awk -v l="$label" -v o="${ours[0]}" -v om="${ours[1]}" -v s="${shell[0]}" -v sm="${shell[1]}" 'BEGIN {
+  local label="$1" figures=($2)
+  awk -v l="$label" -v o="${figures[0]}" -v om="${figures[1]}" -v s="${figures[2]}" -v sm="${figures[3]}" 'BEGIN {
     printf "| %s | %.1f ms | %d MiB | %.1f ms | %d MiB | %.2f |\n", l, o / 1000, om / 1024, s / 1000, sm / 1024, o / s }'
 }
 
@@ -64,13 +70,13 @@ fresh="rm -rf '$work/run'; cp -r '$empty' '$work/run'"
 echo "| work | tarnctl | peak | sqlite3 shell | peak | ratio |"
 echo "|---|---|---|---|---|---|"
 report "export 30,000 classes" \
-  "$(measure : "'$tarnctl' --data-dir '$base' export Big '$work/out.class' --unprotected")" \
-  "$(measure : "sqlite3 '$base/tarn_dat.db' '.mode csv' \"select * from classdef where package_name = 'Big' order by package_name,class_num\" > '$work/out.csv'")"
+  "$(measure : "'$tarnctl' --data-dir '$base' export Big '$work/out.class' --unprotected" \
+    "sqlite3 '$base/tarn_dat.db' '.mode csv' \"select * from classdef where package_name = 'Big' order by package_name,class_num\" > '$work/out.csv'")"
 report "import 30,000 classes" \
-  "$(measure "$fresh" "'$tarnctl' --data-dir '$work/run' import '$work/big.class' Imported")" \
-  "$(measure "$fresh" "sqlite3 '$work/run/tarn_dat.db' '.import --csv $work/big.csv classdef'")"
+  "$(measure "$fresh" "'$tarnctl' --data-dir '$work/run' import '$work/big.class' Imported" \
+    "sqlite3 '$work/run/tarn_dat.db' '.import --csv $work/big.csv classdef'")"
 imported=$(sqlite3 "$work/run/tarn_dat.db" "select count(*) from classdef where package_name = 'Big'")
 [ "$imported" -eq 30000 ] || { echo "the shell's import stored $imported rows, not 30000" >&2; exit 1; }
 report "list 10,001 configurations" \
-  "$(measure : "'$tarnctl' --data-dir '$base' list")" \
-  "$(measure : "sqlite3 '$base/tarn_dat.db' 'select package_name from package order by package_name'")"
+  "$(measure : "'$tarnctl' --data-dir '$base' list" \
+    "sqlite3 '$base/tarn_dat.db' 'select package_name from package order by package_name'")"
