@@ -3,6 +3,7 @@
 #include "core/Stores.h"
 #include "store/Configurations.h"
 #include "store/StoreError.h"
+#include "support/TestSupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,24 +11,7 @@
 #include <QTest>
 
 using namespace tarn;
-
-namespace
-{
-
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
+using namespace tarn::test;
 
 class StartupTest : public QObject
 {
@@ -38,7 +22,6 @@ private slots:
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QString>("modId");
-        QTest::newRow("as written") << QByteArray("\"7\"\r\n") << "7";
         QTest::newRow("quoted") << QByteArray("\"my mod\"\r\n") << "my mod";
         QTest::newRow("unquoted") << QByteArray("42\r\n") << "42";
         QTest::newRow("unquoted to the comma") << QByteArray("42,43\r\n") << "42";
@@ -75,10 +58,9 @@ private slots:
     void unwritableModIdSaysWhy()
     {
         QTemporaryDir dir;
-        writeFile(dir.filePath("blocker"), "x");
+        QVERIFY(writeFile(dir.filePath("blocker"), "x"));
         const auto error = writeModId(dir.filePath("blocker/tarn.ini"), QStringLiteral("5"));
-        QVERIFY(error);
-        QVERIFY(error->contains(QStringLiteral("tarn.ini")));
+        QVERIFY(error && error->contains(QStringLiteral("tarn.ini")));
         QCOMPARE(readFile(dir.filePath("blocker")), QByteArray("x"));
     }
 
@@ -91,31 +73,25 @@ private slots:
         QCOMPARE(chooseDataDirectory(choice), QStringLiteral("/env"));
         choice.environment.clear();
         QCOMPARE(chooseDataDirectory(choice), choice.userDirectory); // no store beside the program
-        writeFile(QDir(portable.path()).filePath(ClassStoreFile), "");
+        QVERIFY(writeFile(QDir(portable.path()).filePath(ClassStoreFile), ""));
         QCOMPARE(chooseDataDirectory(choice), portable.path());
     }
 
-    void missingStoresAreMadeWithStartingRows()
+    void missingStoresAreMadeOnceWithStartingRows()
     {
         QTemporaryDir dir;
         const QString data = dir.filePath("new/nested");
-        Stores stores = openStores(data);
-        QCOMPARE(listConfigurations(*stores.classDb), QStringList{"Example"});
-        QCOMPARE(stores.refDb->scalar("select count(*) from item").toInt(), 8);
-        QCOMPARE(stores.refDb->scalar("select count(*) from special").toInt(), 21);
-        QCOMPARE(stores.refDb->scalar("select sum(s_id) from special").toLongLong(), (1LL << 21) - 1);
-        QVERIFY(stores.refDb->scalar("select count(*) from weapon where kd_enabled = 1").toInt() > 1);
-        QVERIFY(!QFile::exists(QDir(data).filePath(ClassStoreFile + ".new")));
-    }
-
-    void existingStoresAreOpenedNotRemade()
-    {
-        QTemporaryDir dir;
         {
-            Stores stores = openStores(dir.path());
+            Stores stores = openStores(data);
+            QCOMPARE(listConfigurations(*stores.classDb), QStringList{"Example"});
+            QCOMPARE(stores.refDb->scalar("select count(*) from item").toInt(), 8);
+            QCOMPARE(stores.refDb->scalar("select count(*) from special").toInt(), 21);
+            QCOMPARE(stores.refDb->scalar("select sum(s_id) from special").toLongLong(), (1LL << 21) - 1);
+            QVERIFY(stores.refDb->scalar("select count(*) from weapon where kd_enabled = 1").toInt() > 1);
+            QVERIFY(!QFile::exists(QDir(data).filePath(ClassStoreFile + ".new")));
             deleteConfiguration(*stores.classDb, QStringLiteral("Example"));
         }
-        Stores again = openStores(dir.path());
+        Stores again = openStores(data); // opened, not made again
         QVERIFY(listConfigurations(*again.classDb).isEmpty());
     }
 
@@ -132,7 +108,7 @@ private slots:
         QFETCH(QByteArray, content);
         QTemporaryDir dir;
         const QString path = dir.filePath(file);
-        writeFile(path, content);
+        QVERIFY(writeFile(path, content));
         try {
             openStores(dir.path());
             QFAIL("a foreign file was taken for a store");
@@ -145,10 +121,7 @@ private slots:
     void databaseOfAnotherProgramIsRefused()
     {
         QTemporaryDir dir;
-        {
-            Database other(dir.filePath(ClassStoreFile), Database::Open::CreateNew);
-            other.exec(QStringLiteral("create table package (name text)"));
-        }
+        Database(dir.filePath(ClassStoreFile), Database::Open::CreateNew).exec("create table package (name text)");
         try {
             openStores(dir.path());
             QFAIL("a store without our tables was opened");
@@ -162,7 +135,7 @@ private slots:
     void uncreatableDirectoryIsRefused()
     {
         QTemporaryDir dir;
-        writeFile(dir.filePath("plain-file"), "x");
+        QVERIFY(writeFile(dir.filePath("plain-file"), "x"));
         QVERIFY_THROWS_EXCEPTION(StoreError, openStores(dir.filePath("plain-file/data")));
     }
 };

@@ -1,15 +1,15 @@
 #include "core/Stores.h"
-#include "store/Configurations.h"
 #include "store/Database.h"
 #include "support/TestSet.h"
+#include "support/TestSupport.h"
 
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace tarn;
+using namespace tarn::test;
 
 namespace
 {
@@ -20,17 +20,14 @@ struct Outcome {
     QByteArray err;
 };
 
-QByteArray readFile(const QString& path)
+Outcome run(const QStringList& arguments, const QByteArray& input = {})
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
+    QProcess process;
+    process.start(QStringLiteral(TARNCTL_PATH), arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    process.waitForFinished(60000);
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
 } // namespace
@@ -43,29 +40,10 @@ class TarnctlTest : public QObject
 
     QString data() const { return m_dir->filePath(QStringLiteral("data")); }
     QString file(const QString& name) const { return m_dir->filePath(name); }
-
-    Outcome tarnctl(const QStringList& arguments, const QByteArray& input = {})
-    {
-        QProcess process;
-        process.start(QStringLiteral(TARNCTL_PATH), QStringList{"--data-dir", data()} + arguments);
-        process.write(input);
-        process.closeWriteChannel();
-        process.waitForFinished(60000);
-        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-    }
-    Outcome bare(const QStringList& arguments, const QByteArray& input = {})
-    {
-        QProcess process;
-        process.start(QStringLiteral(TARNCTL_PATH), arguments);
-        process.write(input);
-        process.closeWriteChannel();
-        process.waitForFinished(60000);
-        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-    }
+    Outcome tarnctl(const QStringList& arguments) { return run(QStringList{"--data-dir", data()} + arguments); }
     int count(const QString& sql, const QVariantList& params = {})
     {
-        Database db(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing);
-        return db.scalar(sql, params).toInt();
+        return Database(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing).scalar(sql, params).toInt();
     }
 
 private slots:
@@ -73,7 +51,7 @@ private slots:
     {
         m_dir = std::make_unique<QTemporaryDir>();
         Stores stores = openStores(data());
-        test::insertTestSet(*stores.classDb);
+        insertTestSet(*stores.classDb);
     }
 
     void listsInTheMainWindowsOrder()
@@ -84,67 +62,48 @@ private slots:
         QCOMPARE(listed.out, QByteArray("Example\nTest Set\nalpha\n"));
     }
 
-    void exportGivesTheExpectedBytes_data()
+    void exportGivesTheExpectedBytesAndImportRoundTrips_data()
     {
         QTest::addColumn<QStringList>("option");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("protected") << QStringList{} << QFINDTESTDATA("data/test_set_protected.class");
-        QTest::newRow("unprotected") << QStringList{"--unprotected"}
-                                     << QFINDTESTDATA("data/test_set_unprotected.class");
+        QTest::newRow("protected") << QStringList{} << testDataPath("test_set_protected.class");
+        QTest::newRow("unprotected") << QStringList{"--unprotected"} << testDataPath("test_set_unprotected.class");
     }
-    void exportGivesTheExpectedBytes()
+    void exportGivesTheExpectedBytesAndImportRoundTrips()
     {
         QFETCH(QStringList, option);
         QFETCH(QString, expected);
         QCOMPARE(tarnctl({"modid", "12"}).status, 0);
-        const Outcome exported = tarnctl(QStringList{"export", "Test Set", file("out.class")} + option);
-        QCOMPARE(exported.status, 0);
+        QCOMPARE(tarnctl(QStringList{"export", "Test Set", file("out.class")} + option).status, 0);
         QCOMPARE(readFile(file("out.class")), readFile(expected));
         QCOMPARE(readFile(file("out.class")).size(), 213);
-    }
 
-    void importThenExportRoundTrips_data()
-    {
-        QTest::addColumn<QString>("source");
-        QTest::newRow("protected") << QFINDTESTDATA("data/test_set_protected.class");
-        QTest::newRow("unprotected") << QFINDTESTDATA("data/test_set_unprotected.class");
-    }
-    void importThenExportRoundTrips()
-    {
-        QFETCH(QString, source);
-        tarnctl({"modid", "12"});
-        const Outcome imported = tarnctl({"import", source, "Test Set"});
+        QCOMPARE(tarnctl({"delete", "Test Set"}).status, 0);
+        const Outcome imported = tarnctl({"import", expected, "Test Set"});
         QCOMPARE(imported.status, 0);
         QCOMPARE(imported.out, QByteArray("Import Complete\n"));
-        QCOMPARE(count("select count(*) from classdef where package_name = 'Test Set'"), 4);
-        tarnctl({"delete", "Test Set"}); // the first of the two, and every class of the name
-        tarnctl({"import", source, "Test Set"});
-        const bool wasProtected = source.contains("_protected");
-        QStringList options{"export", "Test Set", file("again.class")};
-        if (!wasProtected)
-            options << "--unprotected";
-        QCOMPARE(tarnctl(options).status, 0);
-        QCOMPARE(readFile(file("again.class")), readFile(source));
+        QCOMPARE(count("select count(*) from classdef where package_name = 'Test Set'"), 2);
+        QCOMPARE(tarnctl(QStringList{"export", "Test Set", file("again.class")} + option).status, 0);
+        QCOMPARE(readFile(file("again.class")), readFile(expected));
     }
 
     void namesAreTakenExactlyAndTouchOnlyTheirRows_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::newRow("apostrophe") << QStringLiteral("Bob's classes");
         QTest::newRow("statement text") << QStringLiteral("x' OR '1'='1");
         QTest::newRow("blanks") << QStringLiteral(" padded ");
     }
     void namesAreTakenExactlyAndTouchOnlyTheirRows()
     {
         QFETCH(QString, name);
+        const QString classes = QStringLiteral("select count(*) from classdef where package_name = ?");
         QCOMPARE(tarnctl({"copy", "Test Set", name}).status, 0);
-        QCOMPARE(count("select count(*) from classdef where package_name = ?", {name}), 2);
-        QCOMPARE(count("select count(*) from classdef where package_name = ? and class_num = 5", {name}), 1);
+        QCOMPARE(count(classes + " and class_num = 5", {name}), 1);
         QCOMPARE(tarnctl({"copy", name, name + "2"}).status, 0);
         QCOMPARE(tarnctl({"delete", name}).status, 0);
-        QCOMPARE(count("select count(*) from classdef where package_name = ?", {name}), 0);
-        QCOMPARE(count("select count(*) from classdef where package_name = 'Test Set'"), 2);
-        QCOMPARE(count("select count(*) from classdef where package_name = ?", {name + "2"}), 2);
+        QCOMPARE(count(classes, {name}), 0);
+        QCOMPARE(count(classes, {"Test Set"}), 2);
+        QCOMPARE(count(classes, {name + "2"}), 2);
         QVERIFY(tarnctl({"list"}).out.contains((name + "2\n").toUtf8()));
     }
 
@@ -172,9 +131,8 @@ private slots:
 
     void badRecordIsReportedAndNoConfigurationMade()
     {
-        writeFile(file("bad.class"),
-                  "V3 0\r\nx\r\n\r\n[A]\r\nm r b 0\r\n1 0 0 0 0 0 0 0 0 0\r\n0 0 0\r\n1 2 3  0  0\r\n1 2 3 4 5 6\r\n"
-                  "stray\r\n[B]\r\nm r b 0\r\n");
+        QVERIFY(writeFile(file("bad.class"), classFile(ClassFileHeader + classRecord("A]") + QByteArrayList{"stray"} +
+                                                       classRecord("B]").mid(0, 2))));
         const Outcome outcome = tarnctl({"import", file("bad.class"), "broken"});
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.err, QByteArray("Bad Class Record: stray\n"));
@@ -183,11 +141,9 @@ private slots:
 
     void refusedProtectedExportLeavesTheOldFile()
     {
-        {
-            Database db(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing);
-            db.exec(QStringLiteral("update classdef set model_name = 'gunnér' where class_name = 'Gunner'"));
-        }
-        writeFile(file("old.class"), "old content");
+        Database(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing)
+            .exec(QStringLiteral("update classdef set model_name = 'gunnér' where class_name = 'Gunner'"));
+        QVERIFY(writeFile(file("old.class"), "old content"));
         const Outcome outcome = tarnctl({"export", "Test Set", file("old.class")});
         QCOMPARE(outcome.status, 1);
         QVERIFY2(outcome.err.contains("Gunner"), outcome.err.constData());
@@ -221,43 +177,42 @@ private slots:
     void usageErrorsExitWithTwo()
     {
         QFETCH(QStringList, arguments);
-        const Outcome outcome = bare(arguments);
+        const Outcome outcome = run(arguments);
         QCOMPARE(outcome.status, 2);
         QVERIFY(outcome.err.contains("Usage:"));
     }
 
     void helpDocumentsEveryCommand()
     {
-        const Outcome outcome = bare({"--help"});
+        const Outcome outcome = run({"--help"});
         QCOMPARE(outcome.status, 0);
-        for (const char* command : {"list", "new", "delete", "copy", "export", "import", "modid", "protect", "check"})
+        for (const char* command :
+             {"list", "new", "delete", "copy", "export", "import", "modid", "protect", "unprotect", "check"})
             QVERIFY2(outcome.out.contains(command), command);
     }
 
     void filtersKeepLineEnds()
     {
         const QByteArray plain("V3 12\r\nTest Set\r\n\r\nlast\nno ending");
-        const Outcome protectedOut = bare({"protect"}, plain);
+        const Outcome protectedOut = run({"protect"}, plain);
         QCOMPARE(protectedOut.status, 0);
         QVERIFY(protectedOut.out.startsWith("\xd6\xb3\xa0\xb1\xb2\r\n"));
         QCOMPARE(protectedOut.out.size(), plain.size());
-        const Outcome back = bare({"unprotect"}, protectedOut.out);
-        QCOMPARE(back.out, plain);
-        const Outcome refused = bare({"protect"}, "fine\nna\xefve\n");
+        QCOMPARE(run({"unprotect"}, protectedOut.out).out, plain);
+        const Outcome refused = run({"protect"}, "fine\nna\xefve\n");
         QCOMPARE(refused.status, 1);
         QVERIFY(refused.err.contains("line 2"));
     }
 
     void checkListsProblemsWithLineNumbers()
     {
-        writeFile(
-            file("bad.class"),
-            "V3 0\r\nx\r\n\r\n[A]\r\nm r b 0\r\n1 0 0 0 0 0 0 0 0 0\r\n0 0 0\r\n1 2 abc  0  0\r\n1 2 3 4 5 6\r\n\r\n");
-        const Outcome bad = bare({"check", file("bad.class")});
+        QVERIFY(writeFile(file("bad.class"),
+                          classFile(ClassFileHeader + classRecord("A]", 4, "1 2 abc  0  0") + QByteArrayList{""})));
+        const Outcome bad = run({"check", file("bad.class")});
         QCOMPARE(bad.status, 1);
-        QVERIFY2(bad.err.contains("line 8") && bad.err.contains("abc"), bad.err.constData());
+        QVERIFY2(bad.err.contains("line 7") && bad.err.contains("abc"), bad.err.constData());
         QCOMPARE(bad.err.count('\n'), 1);
-        const Outcome good = bare({"check", QFINDTESTDATA("data/test_set_protected.class")});
+        const Outcome good = run({"check", testDataPath("test_set_protected.class")});
         QCOMPARE(good.status, 0);
         QVERIFY(good.err.isEmpty());
     }

@@ -1,5 +1,9 @@
 #include "TestSupport.h"
 
+#include "store/Database.h"
+
+#include <QFile>
+
 namespace tarn::test
 {
 
@@ -7,6 +11,55 @@ QString plain(const QString& caption)
 {
     QString text = caption;
     return text.remove(u'&');
+}
+
+QString testDataPath(const QString& name)
+{
+    return QStringLiteral(TARN_TEST_DATA "/") + name;
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+QStringList rowsOf(Database& db, const QString& sql, const QVariantList& params)
+{
+    Statement query = db.prepare(sql);
+    query.bindAll(params);
+    QStringList rows;
+    while (query.step()) {
+        QStringList values;
+        for (int i = 0; i < query.columnCount(); ++i)
+            values << (query.isNull(i) ? QStringLiteral("<null>") : query.text(i));
+        rows << values.join(u'|');
+    }
+    return rows;
+}
+
+int classCount(Database& classDb, const QString& config)
+{
+    return classDb.scalar(QStringLiteral("select count(*) from classdef where package_name = ?"), {config}).toInt();
+}
+
+QByteArray classFile(const QByteArrayList& lines, const QByteArray& lineEnd)
+{
+    return lines.join(lineEnd) + lineEnd;
+}
+
+QByteArrayList classRecord(const QByteArray& name, int line, const QByteArray& text)
+{
+    QByteArrayList lines{"[" + name, "m r b 0", "1 0 0 0 0 0 0 0 0 0", "0 0 0", "1 2 3  0  0", "1 2 3 4 5 6"};
+    if (line >= 0)
+        lines[line] = text;
+    return lines;
 }
 
 } // namespace tarn::test

@@ -2,6 +2,7 @@
 
 #include "core/AppState.h"
 
+#include <QByteArrayList>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -15,9 +16,28 @@ struct TempData {
 
     Database& classDb() { return state->classDb(); }
     Database& refDb() { return state->refDb(); }
+    QString path(const QString& name) const { return dir.filePath(name); }
 };
 
 // Text of a caption without its mnemonic marker.
 QString plain(const QString& caption);
+
+// A file in tests/data, such as test_set_protected.class.
+QString testDataPath(const QString& name);
+// The whole file, or nothing when it cannot be read.
+QByteArray readFile(const QString& path);
+bool writeFile(const QString& path, const QByteArray& content);
+
+// The rows of a query, each as its values joined by '|', a missing value as "<null>".
+QStringList rowsOf(Database& db, const QString& sql, const QVariantList& params = {});
+int classCount(Database& classDb, const QString& config);
+
+// The first two lines of a class file.
+inline const QByteArrayList ClassFileHeader{"V3 0", "x"};
+// Lines of a class file, each ended by lineEnd.
+QByteArray classFile(const QByteArrayList& lines, const QByteArray& lineEnd = "\r\n");
+// A class record of six lines starting "[" + name, whose ability and item sums are 0;
+// line (counted from 0) replaced by text when given.
+QByteArrayList classRecord(const QByteArray& name, int line = -1, const QByteArray& text = {});
 
 } // namespace tarn::test
