@@ -1,14 +1,6 @@
-#include "config/frmConfig.h"
-#include "store/Configurations.h"
 #include "store/Database.h"
 #include "store/Schema.h"
-#include "store/StoreError.h"
-#include "support/ScriptedDialogs.h"
-#include "support/TestSupport.h"
-
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
+#include "tst_config_fixture.h"
 
 using namespace tarn;
 using namespace tarn::test;
@@ -35,11 +27,8 @@ QVariant sampleValue(ColumnKind kind, int row, int column)
 void addClasses(Database& db, const QString& config, const QList<int>& classNums)
 {
     const QStringList columns = schema::classColumnNames();
-    QStringList marks;
-    for (qsizetype i = 0; i < columns.size(); ++i)
-        marks << QStringLiteral("?");
-    Statement insert =
-        db.prepare(QStringLiteral("insert into classdef (%1) values (%2)").arg(columns.join(u','), marks.join(u',')));
+    Statement insert = db.prepare(QStringLiteral("insert into classdef (%1) values (%2)")
+                                      .arg(columns.join(u','), QStringList(columns.size(), "?").join(u',')));
     for (int row : classNums) {
         QVariantList values{config};
         for (qsizetype c = 1; c < columns.size(); ++c)
@@ -49,33 +38,17 @@ void addClasses(Database& db, const QString& config, const QList<int>& classNums
     }
 }
 
-// Each row as "type:value" cells, so a number and its text, or NULL and "", differ.
-QList<QStringList> rows(Database& db, const QString& sql, const QVariantList& params = {}, int firstColumn = 0)
+// A configuration's classes without package_name, the one column a copy changes.
+QStringList classesOf(Database& db, const QString& config)
 {
-    Statement query = db.prepare(sql);
-    query.bindAll(params);
-    QList<QStringList> result;
-    while (query.step()) {
-        QStringList cells;
-        for (int i = firstColumn; i < query.columnCount(); ++i) {
-            const QVariant v = query.value(i);
-            cells << (v.isNull() ? QStringLiteral("null") : QStringLiteral("%1:%2").arg(v.typeName(), v.toString()));
-        }
-        result << cells;
-    }
-    return result;
+    const QString columns = schema::classColumnNames().mid(1).join(u',');
+    return rowsOf(db, QStringLiteral("select %1 from classdef where package_name = ? order by class_num").arg(columns),
+                  {config});
 }
 
-QList<QStringList> classesOf(Database& db, const QString& config)
+QStringList everything(Database& db)
 {
-    // package_name left out: it is the one column that differs.
-    return rows(db, QStringLiteral("select * from classdef where package_name = ? order by class_num"), {config}, 1);
-}
-
-QList<QStringList> everything(Database& db)
-{
-    return rows(db, QStringLiteral("select * from package order by rowid")) +
-           rows(db, QStringLiteral("select * from classdef order by rowid"));
+    return rowsOf(db, "select * from package order by rowid") + rowsOf(db, "select * from classdef order by rowid");
 }
 
 } // namespace
@@ -83,182 +56,118 @@ QList<QStringList> everything(Database& db)
 class TestCopy : public QObject
 {
     Q_OBJECT
+
+    std::unique_ptr<ConfigWindowFixture> f;
+
+    void copyMike(const QString& answer)
+    {
+        f->select(QStringLiteral("Mike"));
+        f->dialogs.inputAnswers << answer;
+        f->click("btCopy");
+    }
+
 private slots:
-    void copiesEveryColumnOfEveryClass_data();
-    void copiesEveryColumnOfEveryClass();
-    void sourceWithoutClassesGivesAnEmptyConfiguration();
-    void nameInUseIsRefused_data();
-    void nameInUseIsRefused();
+    void init()
+    {
+        f = std::make_unique<ConfigWindowFixture>(QStringList{"zulu", "Mike", "alpha"});
+        addClasses(f->data.classDb(), QStringLiteral("Mike"), {2, 5});
+    }
+    void cleanup() { f.reset(); }
 
-    void init();
-    void cleanup();
-    void afterACopyTheListHoldsTheNewNameAndNothingIsSelected();
-    void cancelChangesNothing();
-    void nameInUseIsToldAndTheSelectionStays();
+    void copiesEveryColumnOfEveryClass_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<QString>("copy");
+        QTest::newRow("statement text as the new name") << "Source"
+                                                        << "x' OR '1'='1";
+        QTest::newRow("apostrophe in the source") << "O'Neil's"
+                                                  << "Copy";
+    }
+    void copiesEveryColumnOfEveryClass()
+    {
+        QFETCH(QString, source);
+        QFETCH(QString, copy);
+        Database& db = f->data.classDb();
+        addConfiguration(db, source);
+        addClasses(db, source, {7, 1, 3}); // gaps, and stored out of number order
+        const QString packages = QStringLiteral("select * from package order by rowid");
+        const QString classes = QStringLiteral("select * from classdef order by rowid");
+        const QStringList packagesBefore = rowsOf(db, packages);
+        const QStringList classesBefore = rowsOf(db, classes);
 
-private:
-    void select(const QString& name);
-    void pressCopy() { QTest::mouseClick(m_window->findChild<QPushButton*>("btCopy"), Qt::LeftButton); }
+        copyConfiguration(db, source, copy);
 
-    std::unique_ptr<TempData> m_data;
-    std::unique_ptr<ScriptedDialogs> m_dialogs;
-    std::unique_ptr<frmConfig> m_window;
+        const QStringList copied = classesOf(db, copy);
+        QCOMPARE(copied.size(), 3);
+        QCOMPARE(copied.first().split(u'|').size(), 58);
+        QCOMPARE(copied, classesOf(db, source));
+        QVERIFY(copied.first().contains(QStringLiteral("<null>"))); // missing values stayed missing
+        // Every earlier row is as it was, and only the copy was added.
+        QCOMPARE(rowsOf(db, packages), packagesBefore + QStringList{copy});
+        const QStringList classesAfter = rowsOf(db, classes);
+        QCOMPARE(classesAfter.mid(0, classesBefore.size()), classesBefore);
+        QCOMPARE(classesAfter.size(), classesBefore.size() + 3);
+    }
+
+    void sourceWithoutClassesGivesAnEmptyConfiguration()
+    {
+        Database& db = f->data.classDb();
+        copyConfiguration(db, QStringLiteral("alpha"), QStringLiteral("alpha too"));
+        QVERIFY(configurationExists(db, QStringLiteral("alpha too")));
+        QCOMPARE(classCount(db, QStringLiteral("alpha too")), 0);
+        QVERIFY(listConfigurations(db).contains(QStringLiteral("alpha")));
+    }
+
+    void afterACopyTheListHoldsTheNewNameAndNothingIsSelected()
+    {
+        copyMike(QStringLiteral("Kilo"));
+        QCOMPARE(f->dialogs.prompts, QStringList{"Copy Config|Enter the name of the config you wish to copy to"});
+        QCOMPARE(f->window->configNames(), (QStringList{"Example", "Kilo", "Mike", "alpha", "zulu"}));
+        QCOMPARE(f->list()->item(1)->text(), QStringLiteral("Kilo"));
+        QVERIFY(f->list()->selectedItems().isEmpty());
+        QVERIFY(f->data.state->currentConfig.isEmpty());
+        QCOMPARE(classesOf(f->data.classDb(), QStringLiteral("Kilo")), classesOf(f->data.classDb(), "Mike"));
+        QVERIFY(!f->dialogs.busy);
+        QCOMPARE(f->dialogs.busyChanges, 2);
+        QVERIFY(f->dialogs.messages.isEmpty());
+
+        f->click("btCopy"); // nothing is selected any more
+        QCOMPARE(f->dialogs.messages, QStringList{"You must select a class configuration"});
+        QCOMPARE(f->dialogs.prompts.size(), 1);
+    }
+
+    void cancelChangesNothing()
+    {
+        const QStringList before = everything(f->data.classDb());
+        copyMike(QString()); // Cancel and OK on an empty box answer alike
+        QCOMPARE(everything(f->data.classDb()), before);
+        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Mike"));
+        QCOMPARE(f->list()->currentItem()->text(), QStringLiteral("Mike"));
+        QCOMPARE(f->dialogs.busyChanges, 0);
+        QVERIFY(f->dialogs.messages.isEmpty());
+    }
+
+    void nameInUseIsToldAndTheSelectionStays_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("another configuration") << "alpha";
+        QTest::newRow("the source itself") << "Mike";
+    }
+    void nameInUseIsToldAndTheSelectionStays()
+    {
+        QFETCH(QString, name);
+        const QStringList before = everything(f->data.classDb());
+        copyMike(name);
+        QCOMPARE(f->dialogs.messages,
+                 QStringList{
+                     QStringLiteral("There is already a configuration named \"%1\". The copy needs a name of its own.")
+                         .arg(name)});
+        QCOMPARE(everything(f->data.classDb()), before);
+        QVERIFY(!f->dialogs.busy);
+        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Mike"));
+        QCOMPARE(f->window->configNames().count(name), 1);
+    }
 };
-
-void TestCopy::copiesEveryColumnOfEveryClass_data()
-{
-    QTest::addColumn<QString>("source");
-    QTest::addColumn<QString>("copy");
-    const auto row = [](const char* name, const QString& source, const QString& copy) {
-        QTest::newRow(name) << source << copy;
-    };
-    row("plain", "Source", "Target");
-    row("apostrophe in the new name", "Source", "Bob's set");
-    row("statement text as the new name", "Source", "x' OR '1'='1");
-    row("blanks kept", "Source", "  padded ");
-    row("apostrophe in the source", "O'Neil's", "Copy");
-    row("statement text as the source", "x' OR '1'='1", "Copy");
-}
-
-void TestCopy::copiesEveryColumnOfEveryClass()
-{
-    QFETCH(QString, source);
-    QFETCH(QString, copy);
-    TempData data;
-    Database& db = data.classDb();
-    addConfiguration(db, source);
-    addClasses(db, source, {7, 1, 3}); // gaps and storage order out of number order
-    addConfiguration(db, QStringLiteral("Other"));
-    addClasses(db, QStringLiteral("Other"), {1, 2});
-    const QString packageRows = QStringLiteral("select * from package order by rowid");
-    const QString classRows = QStringLiteral("select * from classdef order by rowid");
-    const QList<QStringList> packagesBefore = rows(db, packageRows);
-    const QList<QStringList> classesBefore = rows(db, classRows);
-
-    copyConfiguration(db, source, copy);
-
-    const QList<QStringList> copied = classesOf(db, copy);
-    QCOMPARE(copied.size(), 3);
-    QCOMPARE(copied.first().size(), 58);
-    QCOMPARE(copied, classesOf(db, source));
-    QVERIFY(copied.first().contains(QStringLiteral("null"))); // missing values stayed missing
-    // Every earlier row is as it was, and only the copy was added.
-    QCOMPARE(rows(db, packageRows), packagesBefore + QList<QStringList>{{QStringLiteral("QString:") + copy}});
-    const QList<QStringList> classesAfter = rows(db, classRows);
-    QCOMPARE(classesAfter.mid(0, classesBefore.size()), classesBefore);
-    QCOMPARE(classesAfter.size(), classesBefore.size() + 3);
-}
-
-void TestCopy::sourceWithoutClassesGivesAnEmptyConfiguration()
-{
-    TempData data;
-    Database& db = data.classDb();
-    addConfiguration(db, QStringLiteral("Fresh"));
-    copyConfiguration(db, QStringLiteral("Fresh"), QStringLiteral("Fresh too"));
-    QVERIFY(configurationExists(db, QStringLiteral("Fresh too")));
-    QVERIFY(classesOf(db, QStringLiteral("Fresh too")).isEmpty());
-    QVERIFY(listConfigurations(db).contains(QStringLiteral("Fresh")));
-}
-
-void TestCopy::nameInUseIsRefused_data()
-{
-    QTest::addColumn<QString>("copy");
-    QTest::newRow("another configuration") << "Other";
-    QTest::newRow("the source itself") << "Source";
-}
-
-void TestCopy::nameInUseIsRefused()
-{
-    QFETCH(QString, copy);
-    TempData data;
-    Database& db = data.classDb();
-    for (const QString name : {"Source", "Other"}) {
-        addConfiguration(db, name);
-        addClasses(db, name, {1, 2});
-    }
-    const QList<QStringList> before = everything(db);
-    try {
-        copyConfiguration(db, QStringLiteral("Source"), copy);
-        QFAIL("a copy into a name in use was made");
-    } catch (const StoreError& error) {
-        QVERIFY2(error.message().contains(QLatin1Char('"') + copy + QLatin1Char('"')), qPrintable(error.message()));
-    }
-    QCOMPARE(everything(db), before);
-}
-
-void TestCopy::init()
-{
-    m_data = std::make_unique<TempData>();
-    m_dialogs = std::make_unique<ScriptedDialogs>();
-    for (const char* name : {"zulu", "Mike", "alpha"})
-        addConfiguration(m_data->classDb(), QString::fromLatin1(name));
-    addClasses(m_data->classDb(), QStringLiteral("Mike"), {2, 5});
-    m_window = std::make_unique<frmConfig>(*m_data->state, *m_dialogs);
-    m_window->show();
-}
-
-void TestCopy::cleanup()
-{
-    m_window.reset();
-}
-
-void TestCopy::select(const QString& name)
-{
-    auto* list = m_window->findChild<QListWidget*>("classlist");
-    const int row = m_window->configNames().indexOf(name);
-    QVERIFY(row >= 0);
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
-    QCOMPARE(m_data->state->currentConfig, name);
-}
-
-void TestCopy::afterACopyTheListHoldsTheNewNameAndNothingIsSelected()
-{
-    select(QStringLiteral("Mike"));
-    m_dialogs->inputAnswers << QStringLiteral("Kilo");
-    pressCopy();
-    QCOMPARE(m_dialogs->prompts, QStringList{"Copy Config|Enter the name of the config you wish to copy to"});
-    QCOMPARE(m_window->configNames(), (QStringList{"Example", "Kilo", "Mike", "alpha", "zulu"}));
-    auto* list = m_window->findChild<QListWidget*>("classlist");
-    QCOMPARE(list->item(1)->text(), QStringLiteral("Kilo"));
-    QVERIFY(list->selectedItems().isEmpty());
-    QVERIFY(m_data->state->currentConfig.isEmpty());
-    QCOMPARE(classesOf(m_data->classDb(), QStringLiteral("Kilo")),
-             classesOf(m_data->classDb(), QStringLiteral("Mike")));
-    QVERIFY(!m_dialogs->busy);
-    QCOMPARE(m_dialogs->busyChanges, 2);
-    QVERIFY(m_dialogs->messages.isEmpty());
-
-    pressCopy(); // nothing is selected any more
-    QCOMPARE(m_dialogs->messages, QStringList{"You must select a class configuration"});
-    QCOMPARE(m_dialogs->prompts.size(), 1);
-}
-
-void TestCopy::cancelChangesNothing()
-{
-    select(QStringLiteral("Mike"));
-    const QList<QStringList> before = everything(m_data->classDb());
-    m_dialogs->inputAnswers << QString(); // Cancel and OK on an empty box answer alike
-    pressCopy();
-    QCOMPARE(everything(m_data->classDb()), before);
-    QCOMPARE(m_data->state->currentConfig, QStringLiteral("Mike"));
-    QCOMPARE(m_window->findChild<QListWidget*>("classlist")->currentItem()->text(), QStringLiteral("Mike"));
-    QCOMPARE(m_dialogs->busyChanges, 0);
-    QVERIFY(m_dialogs->messages.isEmpty());
-}
-
-void TestCopy::nameInUseIsToldAndTheSelectionStays()
-{
-    select(QStringLiteral("Mike"));
-    const QList<QStringList> before = everything(m_data->classDb());
-    m_dialogs->inputAnswers << QStringLiteral("alpha");
-    pressCopy();
-    QCOMPARE(m_dialogs->messages.size(), 1);
-    QVERIFY2(m_dialogs->messages[0].contains(QStringLiteral("\"alpha\"")), qPrintable(m_dialogs->messages[0]));
-    QCOMPARE(everything(m_data->classDb()), before);
-    QVERIFY(!m_dialogs->busy);
-    QCOMPARE(m_data->state->currentConfig, QStringLiteral("Mike"));
-    QCOMPARE(m_window->configNames().count(QStringLiteral("alpha")), 1);
-}
 
 QTEST_MAIN(TestCopy)
 #include "tst_copy.moc"
