@@ -1,40 +1,19 @@
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
 #include "classfile/Protection.h"
-#include "core/Stores.h"
 #include "store/Database.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tarn;
+using namespace tarn::test;
 
 namespace
 {
 
 using Status = ImportResult::Status;
-
-const QByteArrayList header{"V3 0", "Some Config"};
-
-// A record whose line f ends in the sums 0 and 0.
-QByteArrayList record(const QByteArray& name)
-{
-    return {"[" + name, "m r b 0", "1 0 0 0 0 0 0 0 0 0", "0 0 0", "1 2 3  0  0", "1 2 3 4 5 6"};
-}
-
-QByteArrayList record(const QByteArray& name, int line, const QByteArray& text)
-{
-    QByteArrayList lines = record(name);
-    lines[line] = text;
-    return lines;
-}
-
-QByteArray classFile(const QByteArrayList& lines, const QByteArray& lineEnd = "\r\n")
-{
-    return lines.join(lineEnd) + lineEnd;
-}
 
 QByteArray protectedFile(const QByteArrayList& lines)
 {
@@ -54,31 +33,8 @@ std::unique_ptr<QBuffer> reading(const QByteArray& bytes)
 
 QByteArray testData(const char* name)
 {
-    QFile file(QFINDTESTDATA(QString::fromLatin1("data/") + name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return readFile(testDataPath(QString::fromLatin1(name)));
 }
-
-QStringList flagsSet(const QVariantMap& row, const QString& prefix, int count)
-{
-    QStringList set;
-    for (int k = 1; k <= count; ++k) {
-        if (row.value(prefix + QString::number(k)).toInt() == 1)
-            set << prefix + QString::number(k);
-    }
-    return set;
-}
-
-QVariantList valuesOf(const QVariantMap& row, const QStringList& columns)
-{
-    QVariantList values;
-    for (const QString& column : columns)
-        values << row.value(column);
-    return values;
-}
-
-const QStringList slotColumns{"w1", "w2", "w3", "w4", "w5", "w6", "w7", "w8", "w9", "w10", "g1", "g2", "g3"};
-const QStringList limitColumns{"max_armor", "max_speed",  "max_health",  "decoyskin", "maxbullets",
-                               "maxshells", "maxrockets", "maxgrenades", "maxcells",  "maxslugs"};
 
 } // namespace
 
@@ -86,39 +42,35 @@ class TestClassfileImport : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_dir;
-    Stores m_stores;
+    std::unique_ptr<TempData> m_data;
 
+    Database& db() { return m_data->classDb(); }
     ImportResult importBytes(const QString& name, const QByteArray& bytes)
     {
-        return importClassFile(*m_stores.classDb, name, *reading(bytes));
+        return importClassFile(db(), name, *reading(bytes));
     }
-
-    QList<QVariantMap> rowsOf(const QString& name)
+    QStringList classes(const QString& name, const QString& columns = QStringLiteral("class_name"))
     {
-        Statement rows = m_stores.classDb->prepare("select * from classdef where package_name = ? order by rowid");
-        rows.bind(1, name);
-        QList<QVariantMap> list;
-        while (rows.step()) {
-            QVariantMap row;
-            for (int i = 0; i < rows.columnCount(); ++i)
-                row.insert(rows.columnName(i), rows.value(i));
-            list << row;
-        }
-        return list;
+        return rowsOf(
+            db(), QStringLiteral("select %1 from classdef where package_name = ? order by rowid").arg(columns), {name});
     }
-
-    QStringList classNamesOf(const QString& name)
-    {
-        QStringList names;
-        for (const QVariantMap& row : rowsOf(name))
-            names << row.value("class_name").toString();
-        return names;
-    }
-
     int packageRows(const QString& name)
     {
-        return m_stores.classDb->scalar("select count(*) from package where package_name = ?", {name}).toInt();
+        return db().scalar("select count(*) from package where package_name = ?", {name}).toInt();
+    }
+    // The ticked columns among prefix1 to prefix<count> of the first class of "New".
+    QStringList ticked(const QString& prefix, int count)
+    {
+        QStringList columns;
+        for (int k = 1; k <= count; ++k)
+            columns << prefix + QString::number(k);
+        const QStringList values = classes("New", columns.join(u',')).value(0).split(u'|');
+        QStringList set;
+        for (int k = 0; k < count; ++k) {
+            if (values.value(k) == QLatin1String("1"))
+                set << columns[k];
+        }
+        return set;
     }
 
     // Rows before the stop stay; the configuration is never listed.
@@ -127,16 +79,12 @@ class TestClassfileImport : public QObject
         QCOMPARE(result.status, status);
         QCOMPARE(result.message, message);
         QCOMPARE(result.classes, kept);
-        QCOMPARE(rowsOf("New").size(), kept);
+        QCOMPARE(classCount(db(), "New"), kept);
         QCOMPARE(packageRows("New"), 0);
     }
 
 private slots:
-    void init()
-    {
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_stores = openStores(m_dir->path());
-    }
+    void init() { m_data = std::make_unique<TempData>(); }
 
     void workedExample_data()
     {
@@ -156,23 +104,12 @@ private slots:
         QCOMPARE(result.message, "Import Complete");
         QCOMPARE(result.classes, 2);
         QCOMPARE(packageRows("Test Set"), 1);
-        const QList<QVariantMap> rows = rowsOf("Test Set");
-        QCOMPARE(rows.size(), 2);
-        const QStringList texts{"class_name", "class_num", "model_name", "skin_name1", "skin_name2"};
-        QCOMPARE(valuesOf(rows[0], texts), (QVariantList{"Light Scout", 1, "scout", "red", "blue"}));
-        QCOMPARE(valuesOf(rows[1], texts), (QVariantList{"Gunner", 2, "gunner", "redg", "blueg"}));
-        QCOMPARE(valuesOf(rows[0], slotColumns), (QVariantList{1, 2, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0}));
-        QCOMPARE(valuesOf(rows[1], slotColumns), (QVariantList{1, 3, 4, 0, 0, 0, 0, 0, 0, 0, 1, 2, 0}));
-        QCOMPARE(valuesOf(rows[0], limitColumns), (QVariantList{50, 320, 100, 2, 100, 20, 0, 5, 0, 0}));
-        QCOMPARE(valuesOf(rows[1], limitColumns), (QVariantList{100, 240, 120, 0, 200, 50, 10, 5, 50, 10}));
-        QCOMPARE(flagsSet(rows[0], "s", 21), (QStringList{"s1", "s3"}));
-        QCOMPARE(flagsSet(rows[0], "i", 9), QStringList{"i2"});
-        QCOMPARE(flagsSet(rows[1], "s", 21), QStringList{});
-        QCOMPARE(flagsSet(rows[1], "i", 9), (QStringList{"i1", "i2"}));
-        QCOMPARE(rows[1].value("s21"), QVariant(0)); // stored as 0, not left NULL
+        // s21 is stored as 0, not left NULL.
+        QCOMPARE(classes("Test Set", "class_num, class_name, w1, s21"),
+                 (QStringList{"1|Light Scout|1|0", "2|Gunner|1|0"}));
         QBuffer out;
         out.open(QIODevice::WriteOnly);
-        QCOMPARE(exportConfiguration(*m_stores.classDb, *m_stores.refDb, "Test Set", "12", protect, out), std::nullopt);
+        QCOMPARE(exportConfiguration(db(), m_data->refDb(), "Test Set", "12", protect, out), std::nullopt);
         QCOMPARE(out.data(), file);
     }
 
@@ -180,23 +117,25 @@ private slots:
     {
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<QStringList>("names");
-        const QByteArrayList a = record("A]");
-        const QByteArrayList b = record("B]");
+        const QByteArrayList header = ClassFileHeader;
+        const QByteArrayList a = classRecord("A]");
+        const QByteArrayList b = classRecord("B]");
+        const QByteArray longest(32767 - 2, 'n');
         QTest::newRow("no empty line between records") << classFile(header + a + b) << QStringList{"A", "B"};
         QTest::newRow("several empty lines")
             << classFile(header + QByteArrayList{"", ""} + a + QByteArrayList{"", "", ""} + b) << QStringList{"A", "B"};
         QTest::newRow("empty lines at the end") << classFile(header + a + QByteArrayList{"", ""}) << QStringList{"A"};
         QTest::newRow("last line without terminator") << classFile(header + a).chopped(2) << QStringList{"A"};
-        QTest::newRow("bracket line last is not looked at")
+        QTest::newRow("last line is not looked at")
             << classFile(header + a + QByteArrayList{"", "[Lost]"}) << QStringList{"A"};
-        QTest::newRow("stray line last is not looked at")
-            << classFile(header + a + QByteArrayList{"junk"}) << QStringList{"A"};
         QTest::newRow("three lines") << classFile(header + QByteArrayList{"[X]"}) << QStringList{};
-        QTest::newRow("[]") << classFile(header + record("]")) << QStringList{""};
-        QTest::newRow("[ alone") << classFile(header + record("")) << QStringList{""};
-        QTest::newRow("no closing bracket") << classFile(header + record("Name")) << QStringList{"Nam"};
+        QTest::newRow("[]") << classFile(header + classRecord("]")) << QStringList{""};
+        QTest::newRow("[ alone") << classFile(header + classRecord("")) << QStringList{""};
+        QTest::newRow("no closing bracket") << classFile(header + classRecord("Name")) << QStringList{"Nam"};
         QTest::newRow("blanks in the name")
-            << classFile(header + record(" two  blanks ]")) << QStringList{" two  blanks "};
+            << classFile(header + classRecord(" two  blanks ]")) << QStringList{" two  blanks "};
+        QTest::newRow("longest line") << classFile(header + classRecord(longest + "]") + QByteArrayList{""})
+                                      << QStringList{QString::fromLatin1(longest)};
         QTest::newRow("lone line feeds") << classFile(header + a + b, "\n") << QStringList{"A", "B"};
         QTest::newRow("lone carriage returns") << classFile(header + a + b, "\r") << QStringList{"A", "B"};
         QTest::newRow("any header") << classFile(QByteArrayList{"\xFF\x80 junk", ""} + a) << QStringList{"A"};
@@ -210,11 +149,11 @@ private slots:
         const ImportResult result = importBytes("New", file);
         QCOMPARE(result.status, Status::Complete);
         QCOMPARE(result.classes, names.size());
-        QCOMPARE(classNamesOf("New"), names);
         QCOMPARE(packageRows("New"), 1);
-        const QList<QVariantMap> rows = rowsOf("New");
-        for (int i = 0; i < rows.size(); ++i)
-            QCOMPARE(rows[i].value("class_num"), QVariant(i + 1));
+        QStringList numbered; // numbered from 1 in file order
+        for (int i = 0; i < names.size(); ++i)
+            numbered << names[i] + u'|' + QString::number(i + 1);
+        QCOMPARE(classes("New", "class_name, class_num"), numbered);
     }
 
     void bitSums_data()
@@ -240,16 +179,17 @@ private slots:
         QFETCH(QByteArray, sums);
         QFETCH(QStringList, abilities);
         QFETCH(QStringList, items);
-        QCOMPARE(importBytes("New", classFile(header + record("A]", 4, "1 2 3 " + sums))).status, Status::Complete);
-        const QVariantMap row = rowsOf("New").value(0);
-        QCOMPARE(flagsSet(row, "s", 21), abilities);
-        QCOMPARE(flagsSet(row, "i", 9), items);
+        const QByteArray file = classFile(ClassFileHeader + classRecord("A]", 4, "1 2 3 " + sums));
+        QCOMPARE(importBytes("New", file).status, Status::Complete);
+        QCOMPARE(ticked("s", 21), abilities);
+        QCOMPARE(ticked("i", 9), items);
     }
 
     void badRecord_data()
     {
         QTest::addColumn<QByteArray>("file");
-        const QByteArrayList lines = header + record("A]") + QByteArrayList{"stray  text", ""} + record("B]");
+        const QByteArrayList lines =
+            ClassFileHeader + classRecord("A]") + QByteArrayList{"stray  text", ""} + classRecord("B]");
         QTest::newRow("unprotected") << classFile(lines);
         QTest::newRow("protected") << protectedFile(lines);
     }
@@ -266,8 +206,9 @@ private slots:
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<QString>("message");
         QTest::addColumn<int>("kept");
-        const auto second = [](int line, const QByteArray& text) {
-            return classFile(header + record("A]") + record("B]", line, text));
+        const QByteArrayList first = ClassFileHeader + classRecord("A]");
+        const auto second = [&](int line, const QByteArray& text) {
+            return classFile(first + classRecord("B]", line, text));
         };
         const QString integer = QStringLiteral("is not a whole number from -32768 to 32767.");
         const QString sum = QStringLiteral("is not a whole number from -2147483648 to 2147483647.");
@@ -286,11 +227,11 @@ private slots:
         QTest::newRow("blank in a model") << second(1, "my m r b 0") << "line 10: decoy skin \"b\" " + integer << 1;
         QTest::newRow("short weapon line") << second(2, "1 2 3") << "line 11: weapon 4 is missing." << 1;
         QTest::newRow("empty") << QByteArray() << fewLines << 0;
-        QTest::newRow("two lines") << classFile(header) << fewLines << 0;
+        QTest::newRow("two lines") << classFile(ClassFileHeader) << fewLines << 0;
         QTest::newRow("ends inside a record")
-            << classFile(header + record("A]") + record("B]").mid(0, 3))
+            << classFile(first + classRecord("B]").mid(0, 3))
             << "line 12: the file ends inside the class record that starts on line 9." << 1;
-        QTest::newRow("line too long") << classFile(header + record("A]") + record(QByteArray(32768, 'x')))
+        QTest::newRow("line too long") << classFile(first + classRecord(QByteArray(32768, 'x')))
                                        << "line 9 is longer than 32767 characters." << 1;
     }
 
@@ -302,18 +243,10 @@ private slots:
         verifyStopped(importBytes("New", file), Status::Failed, message, kept);
     }
 
-    void longestLineIsRead()
-    {
-        const QByteArray name(32767 - 2, 'n');
-        QCOMPARE(importBytes("New", classFile(header + record(name + "]") + QByteArrayList{""})).status,
-                 Status::Complete);
-        QCOMPARE(classNamesOf("New"), QStringList{QString::fromLatin1(name)});
-    }
-
     void classCounterStopsAt32767()
     {
-        QByteArray file = classFile(header);
-        const QByteArray one = classFile(record("c]"));
+        QByteArray file = classFile(ClassFileHeader);
+        const QByteArray one = classFile(classRecord("c]"));
         for (int i = 0; i < 32768; ++i)
             file += one;
         verifyStopped(importBytes("New", file), Status::Failed,
@@ -322,33 +255,24 @@ private slots:
                       32767);
     }
 
+    // The name is bound as typed, and a name in use takes a second package row.
     void nameInUseJoinsItsRows()
     {
-        const QByteArray file = testData("test_set_unprotected.class");
-        QCOMPARE(importBytes("Twice", file).status, Status::Complete);
-        QCOMPARE(importBytes("Twice", file).status, Status::Complete);
-        QCOMPARE(packageRows("Twice"), 2);
-        QList<int> numbers;
-        for (const QVariantMap& row : rowsOf("Twice"))
-            numbers << row.value("class_num").toInt();
-        QCOMPARE(numbers, (QList<int>{1, 2, 1, 2}));
-    }
-
-    void nameIsStoredAsTyped()
-    {
         const QString sly = QStringLiteral("x' OR '1'='1");
-        QCOMPARE(importBytes(sly, testData("test_set_protected.class")).status, Status::Complete);
-        QCOMPARE(packageRows(sly), 1);
-        QCOMPARE(classNamesOf(sly), (QStringList{"Light Scout", "Gunner"}));
-        QCOMPARE(classNamesOf("Example").size(), 2);
+        const QByteArray file = testData("test_set_unprotected.class");
+        QCOMPARE(importBytes(sly, file).status, Status::Complete);
+        QCOMPARE(importBytes(sly, file).status, Status::Complete);
+        QCOMPARE(packageRows(sly), 2);
+        QCOMPARE(classes(sly, "class_name, class_num"),
+                 (QStringList{"Light Scout|1", "Gunner|2", "Light Scout|1", "Gunner|2"}));
+        QCOMPARE(classCount(db(), "Example"), 2);
     }
 
     void fromFile()
     {
-        const QString path = QFINDTESTDATA("data/test_set_protected.class");
-        QCOMPARE(importClassFile(*m_stores.classDb, "New", path).classes, 2);
-        const QString missing = m_dir->filePath("nowhere.class");
-        const ImportResult result = importClassFile(*m_stores.classDb, "Lost", missing);
+        QCOMPARE(importClassFile(db(), "New", testDataPath("test_set_protected.class")).classes, 2);
+        const QString missing = m_data->path("nowhere.class");
+        const ImportResult result = importClassFile(db(), "Lost", missing);
         QCOMPARE(result.status, Status::Failed);
         QVERIFY2(result.message.startsWith("Cannot open " + missing + ": "), qPrintable(result.message));
         QCOMPARE(packageRows("Lost"), 0);
@@ -356,8 +280,9 @@ private slots:
 
     void checkListsEveryProblem()
     {
-        const QByteArray file = classFile(header + record("A]", 4, "1 2 x  0  0") + QByteArrayList{"junk"} +
-                                          record("B]", 2, "1 0 0 q") + record("C]").mid(0, 2));
+        const QByteArray file =
+            classFile(ClassFileHeader + classRecord("A]", 4, "1 2 x  0  0") + QByteArrayList{"junk"} +
+                      classRecord("B]", 2, "1 0 0 q") + classRecord("C]").mid(0, 2));
         QCOMPARE(checkClassFile(*reading(file)),
                  (QStringList{"line 7: max health \"x\" is not a whole number from -32768 to 32767.",
                               "line 9: Bad Class Record: junk",
