@@ -1,158 +1,197 @@
+#include "reference/BitNumbers.h"
 #include "tst_reference_fixture.h"
 
 using namespace tarn;
 using namespace tarn::test;
 
-// The item and ability editors' own parts: the bit number of the current row and the
-// bit calculator.
+namespace
+{
+
+const QList<ReferenceTable> BitWindows{ReferenceTable::Items, ReferenceTable::Special};
+
+ReferenceTable fetchWindow()
+{
+    QFETCH(int, window);
+    return ReferenceTable(window);
+}
+
+} // namespace
+
+// The item and ability editors' own parts, the bit number of the current row and the
+// bit calculator: their arithmetic first, then the windows.
 class TestReferenceBitTable : public QObject
 {
     Q_OBJECT
+
 private slots:
-    void bitNumberFollowsTheCurrentRow_data() { windows(); }
-    void bitNumberFollowsTheCurrentRow();
-    void bitNumberWaitsForTheNextRow_data() { windows(); }
-    void bitNumberWaitsForTheNextRow();
-    void calculator_data();
-    void calculator();
-    void calculatorIsLeftAloneByMoves();
-    void emptyTable_data() { windows(); }
-    void emptyTable();
-
-private:
-    static void windows();
-};
-
-void TestReferenceBitTable::windows()
-{
-    QTest::addColumn<int>("window");
-    QTest::newRow("items") << int(ReferenceTable::Items);
-    QTest::newRow("special") << int(ReferenceTable::Special);
-}
-
-void TestReferenceBitTable::bitNumberFollowsTheCurrentRow()
-{
-    QFETCH(int, window);
-    const TableInfo t = tableInfo(ReferenceTable(window));
-    ReferenceFixture f;
-    resetRows(f.data.refDb(), t, {8, -4, 3, 1, 6, 0});
-    f.open(t.window);
-    QCOMPARE(f.text("Text1"), QStringLiteral("-4"));
-    QCOMPARE(f.text("fldCalcBit"), QString()); // a negative id leaves the display as it was
-
-    const QStringList moves{"Next record", "Next record",     "Next record",  "Next record",
-                            "Next record", "Previous record", "First record", "Last record"};
-    QStringList seen; // id=bit number after each move
-    for (const QString& button : moves) {
-        f.navigate(button);
-        seen << f.text("Text1") + u'=' + f.text("fldCalcBit");
+    void bitNumberOfId_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<int>("bit"); // -1: no bit number
+        // Every id the display is known to show, non-powers included.
+        const QList<std::pair<qint64, int>> table{
+            {0, 0},  {1, 0},  {2, 1},   {3, 2},     {4, 2},           {5, 2},           {6, 3},
+            {7, 3},  {8, 3},  {9, 3},   {10, 3},    {11, 4},          {12, 4},          {16, 4},
+            {21, 4}, {22, 5}, {100, 7}, {1000, 10}, {1073741824, 30}, {1073741825, 30}, {2147483647, 31}};
+        for (const auto& [id, bit] : table)
+            QTest::addRow("%lld", id) << QString::number(id) << bit;
+        QTest::newRow("blanks around") << QStringLiteral(" 8 ") << 3;
+        for (const char* none : {"", "-4", "-2147483648", "eight", "8.5", "2147483648"})
+            QTest::addRow("no bit number for \"%s\"", none) << QString::fromLatin1(none) << -1;
     }
-    QCOMPARE(seen, QStringList({"0=0", "1=0", "3=2", "6=3", "8=3", "6=3", "-4=3", "8=3"}));
-    QVERIFY(f.dialogs.messages.isEmpty());
-    QVERIFY(f.box("fldCalcBit")->isReadOnly());
-}
+    void bitNumberOfId()
+    {
+        QFETCH(QString, id);
+        QFETCH(int, bit);
+        QCOMPARE(bits::bitNumberOfId(id), bit < 0 ? std::nullopt : std::optional<int>(bit));
+    }
 
-void TestReferenceBitTable::bitNumberWaitsForTheNextRow()
-{
-    QFETCH(int, window);
-    const TableInfo t = tableInfo(ReferenceTable(window));
-    ReferenceFixture f;
-    resetRows(f.data.refDb(), t, {2, 8});
-    f.open(t.window);
-    f.navigate(QStringLiteral("Last record"));
-    QCOMPARE(f.text("fldCalcBit"), QStringLiteral("3"));
+    void powersOfTwoShowTheirExponent()
+    {
+        for (int k = 0; k <= 30; ++k)
+            QCOMPARE(bits::halvingCount(qint32(1) << k), k);
+    }
 
-    f.type("Text1", QStringLiteral("1024")); // typing is not a move
-    QCOMPARE(f.text("fldCalcBit"), QStringLiteral("3"));
-    f.click("Command1");
-    QCOMPARE(f.text("Text1"), QString());
-    QCOMPARE(f.text("fldCalcBit"), QStringLiteral("3"));
+    void calculatorArithmetic_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QVariant>("bit"); // the whole number the text stands for; none when null
+        QTest::addColumn<bool>("inRange");
+        const QList<std::tuple<const char*, int, bool>> numbers{
+            {"0", 0, true},      {"30", 30, true},   {"2.4", 2, true},    {"-0.4", 0, true},      {"2.5", 2, true},
+            {"3.5", 4, true},    {"30.5", 30, true}, {"-0.5", 0, true},   {" 5 ", 5, true},       {"31", 31, false},
+            {"30.6", 31, false}, {"-1", -1, false},  {"-0.6", -1, false}, {"32767", 32767, false}};
+        for (const auto& [typed, bit, inRange] : numbers)
+            QTest::addRow("\"%s\"", typed) << QString::fromLatin1(typed) << QVariant(bit) << inRange;
+        for (const char* none : {"", "ten", "32768", "-32769", "32767.5", "1,000"})
+            QTest::addRow("\"%s\"", none) << QString::fromLatin1(none) << QVariant() << false;
+    }
+    void calculatorArithmetic()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QVariant, bit);
+        QFETCH(bool, inRange);
+        const std::optional<qint16> number = bits::bitNumberFromText(typed);
+        QCOMPARE(number ? QVariant(int(*number)) : QVariant(), bit);
+        if (!number)
+            return;
+        const std::optional<qint32> value = bits::bitValue(*number);
+        QCOMPARE(value.has_value(), inRange);
+        qint64 expected = 1; // doubling 1 n times, as the author would by hand
+        for (int i = 0; inRange && i < *number; ++i)
+            expected *= 2;
+        QCOMPARE(qint64(value.value_or(1)), expected);
+    }
 
-    f.type("Text1", QStringLiteral("3")); // no power of 2, and stored all the same
-    f.type("Text2", QStringLiteral("Odd one"));
-    f.navigate(QStringLiteral("First record"));
-    QCOMPARE(f.text("fldCalcBit"), QStringLiteral("1"));
-    QCOMPARE(storedIds(f.data.refDb(), t), QList<qint64>({2, 3, 1024}));
-    f.navigate(QStringLiteral("Last record"));
-    QCOMPARE(f.text("Text1"), QStringLiteral("3"));
-    QCOMPARE(f.text("fldCalcBit"), QStringLiteral("2"));
-    QVERIFY(f.dialogs.messages.isEmpty());
-}
-
-void TestReferenceBitTable::calculator_data()
-{
-    QTest::addColumn<int>("window");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("answer"); // empty: refused, the earlier answer stays
-    const auto row = [](ReferenceTable window, const char* typed, const char* answer) {
-        QTest::newRow(typed) << int(window) << QString::fromLatin1(typed) << QString::fromLatin1(answer);
-    };
-    row(ReferenceTable::Items, "0", "1");
-    row(ReferenceTable::Special, "30", "1073741824");
-    row(ReferenceTable::Items, "2.4", "4");
-    row(ReferenceTable::Special, "31", "");
-    row(ReferenceTable::Items, "", "");
-    row(ReferenceTable::Special, "six", "");
-}
-
-void TestReferenceBitTable::calculator()
-{
-    QFETCH(int, window);
-    QFETCH(QString, typed);
-    QFETCH(QString, answer);
-    ReferenceFixture f;
-    f.open(ReferenceTable(window));
-    f.box("fldResult")->setText(QStringLiteral("earlier"));
-    f.type("fldBitNum", typed);
-    f.click("btnCalc");
-    if (answer.isEmpty()) {
-        QCOMPARE(f.dialogs.messages, QStringList{QStringLiteral("Number must be between 0 and 30")});
-        QCOMPARE(f.text("fldResult"), QStringLiteral("earlier"));
-    } else {
+    void bitNumberFollowsTheCurrentRow_data() { windowRows(BitWindows); }
+    void bitNumberFollowsTheCurrentRow()
+    {
+        ReferenceFixture f;
+        f.open(fetchWindow(), {{8, -4, 3, 1, 6, 0}});
+        QCOMPARE(f.text("Text1"), QStringLiteral("-4"));
+        QCOMPARE(f.text("fldCalcBit"), QString()); // a negative id leaves the display as it was
+        const QStringList moves{"Next record", "Next record",     "Next record",  "Next record",
+                                "Next record", "Previous record", "First record", "Last record"};
+        QStringList seen; // id=bit number after each move
+        for (const QString& button : moves) {
+            f.navigate(button);
+            seen << f.text("Text1") + u'=' + f.text("fldCalcBit");
+        }
+        QCOMPARE(seen, QStringList({"0=0", "1=0", "3=2", "6=3", "8=3", "6=3", "-4=3", "8=3"}));
         QVERIFY(f.dialogs.messages.isEmpty());
-        QCOMPARE(f.text("fldResult"), answer);
+        QVERIFY(f.box("fldCalcBit")->isReadOnly());
     }
-    QCOMPARE(f.text("fldBitNum"), typed);
-}
 
-void TestReferenceBitTable::calculatorIsLeftAloneByMoves()
-{
-    ReferenceFixture f;
-    const TableInfo t = tableInfo(ReferenceTable::Special);
-    resetRows(f.data.refDb(), t, {1, 2});
-    f.open(t.window);
-    f.type("fldBitNum", QStringLiteral("5"));
-    f.click("btnCalc");
-    f.navigate(QStringLiteral("Next record"));
-    f.click("Command1");
-    QCOMPARE(f.text("fldBitNum"), QStringLiteral("5"));
-    QCOMPARE(f.text("fldResult"), QStringLiteral("32"));
-    QVERIFY(f.text("Text1").isEmpty()); // the answer goes nowhere by itself
-    QVERIFY(f.window->close());
-    QCOMPARE(storedIds(f.data.refDb(), t), QList<qint64>({1, 2}));
-}
+    void bitNumberWaitsForTheNextRow_data() { windowRows(BitWindows); }
+    void bitNumberWaitsForTheNextRow()
+    {
+        ReferenceFixture f;
+        f.open(fetchWindow(), {{2, 8}});
+        f.navigate(QStringLiteral("Last record"));
+        QCOMPARE(f.text("fldCalcBit"), QStringLiteral("3"));
+        f.type("Text1", QStringLiteral("1024")); // typing is not a move
+        QCOMPARE(f.text("fldCalcBit"), QStringLiteral("3"));
+        f.click("Command1");
+        QCOMPARE(f.text("Text1"), QString());
+        QCOMPARE(f.text("fldCalcBit"), QStringLiteral("3"));
 
-void TestReferenceBitTable::emptyTable()
-{
-    QFETCH(int, window);
-    const TableInfo t = tableInfo(ReferenceTable(window));
-    ReferenceFixture f;
-    resetRows(f.data.refDb(), t, {});
-    f.open(t.window);
-    for (const char* name : {"Text1", "Text2", "Text5", "fldCalcBit"})
-        QVERIFY2(f.text(name).isEmpty(), name);
-    f.type("fldBitNum", QStringLiteral("4"));
-    f.click("btnCalc");
-    QCOMPARE(f.text("fldResult"), QStringLiteral("16"));
+        f.type("Text1", QStringLiteral("3")); // no power of 2, and stored all the same
+        f.type("Text2", QStringLiteral("Odd one"));
+        f.navigate(QStringLiteral("First record"));
+        QCOMPARE(f.text("fldCalcBit"), QStringLiteral("1"));
+        QCOMPARE(f.ids(), QList<qint64>({2, 3, 1024}));
+        f.navigate(QStringLiteral("Last record"));
+        QCOMPARE(f.text("Text1"), QStringLiteral("3"));
+        QCOMPARE(f.text("fldCalcBit"), QStringLiteral("2"));
+        QVERIFY(f.dialogs.messages.isEmpty());
+    }
 
-    f.click("Command1");
-    f.type("Text1", QStringLiteral("16"));
-    f.type("Text2", QStringLiteral("First"));
-    f.navigate(QStringLiteral("Next record"));
-    QCOMPARE(f.text("fldCalcBit"), QStringLiteral("4"));
-    QCOMPARE(storedIds(f.data.refDb(), t), QList<qint64>({16}));
-    QVERIFY(f.dialogs.messages.isEmpty());
-}
+    void calculator_data()
+    {
+        QTest::addColumn<int>("window");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("answer"); // empty: refused, the earlier answer stays
+        QTest::newRow("0") << int(ReferenceTable::Items) << "0"
+                           << "1";
+        QTest::newRow("30") << int(ReferenceTable::Special) << "30"
+                            << "1073741824";
+        QTest::newRow("31") << int(ReferenceTable::Special) << "31"
+                            << "";
+        QTest::newRow("empty") << int(ReferenceTable::Items) << ""
+                               << "";
+        QTest::newRow("six") << int(ReferenceTable::Special) << "six"
+                             << "";
+    }
+    void calculator()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, answer);
+        ReferenceFixture f;
+        f.open(fetchWindow());
+        f.box("fldResult")->setText(QStringLiteral("earlier"));
+        f.type("fldBitNum", typed);
+        f.click("btnCalc");
+        QCOMPARE(f.dialogs.messages,
+                 answer.isEmpty() ? QStringList{QStringLiteral("Number must be between 0 and 30")} : QStringList{});
+        QCOMPARE(f.text("fldResult"), answer.isEmpty() ? QStringLiteral("earlier") : answer);
+        QCOMPARE(f.text("fldBitNum"), typed);
+    }
+
+    // The calculator's answer goes nowhere by itself, and moves leave it alone.
+    void calculatorIsLeftAloneByMoves()
+    {
+        ReferenceFixture f;
+        f.open(ReferenceTable::Special, {{1, 2}});
+        f.type("fldBitNum", QStringLiteral("5"));
+        f.click("btnCalc");
+        f.navigate(QStringLiteral("Next record"));
+        f.click("Command1");
+        QCOMPARE(f.text("fldBitNum"), QStringLiteral("5"));
+        QCOMPARE(f.text("fldResult"), QStringLiteral("32"));
+        QVERIFY(f.text("Text1").isEmpty());
+        QVERIFY(f.window->close());
+        QCOMPARE(f.ids(), QList<qint64>({1, 2}));
+    }
+
+    void emptyTable_data() { windowRows(BitWindows); }
+    void emptyTable()
+    {
+        ReferenceFixture f;
+        f.open(fetchWindow(), {{}});
+        for (const char* name : {"Text1", "Text2", "Text5", "fldCalcBit"})
+            QVERIFY2(f.text(name).isEmpty(), name);
+        f.type("fldBitNum", QStringLiteral("4"));
+        f.click("btnCalc");
+        QCOMPARE(f.text("fldResult"), QStringLiteral("16"));
+        f.click("Command1");
+        f.type("Text1", QStringLiteral("16"));
+        f.type("Text2", QStringLiteral("First"));
+        f.navigate(QStringLiteral("Next record"));
+        QCOMPARE(f.text("fldCalcBit"), QStringLiteral("4"));
+        QCOMPARE(f.ids(), QList<qint64>({16}));
+        QVERIFY(f.dialogs.messages.isEmpty());
+    }
+};
 
 QTEST_MAIN(TestReferenceBitTable)
 #include "tst_reference_bittable.moc"

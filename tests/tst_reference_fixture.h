@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <optional>
 
 namespace tarn::test
 {
@@ -24,21 +25,28 @@ struct TableInfo {
 
 inline TableInfo tableInfo(ReferenceTable window)
 {
-    switch (window) {
-    case ReferenceTable::Weapons:
-        return {window, QStringLiteral("weapon"), QStringLiteral("w_id"), QStringLiteral("w_name")};
-    case ReferenceTable::Grenades:
-        return {window, QStringLiteral("grenade"), QStringLiteral("g_id"), QStringLiteral("g_name")};
-    case ReferenceTable::Special:
-        return {window, QStringLiteral("special"), QStringLiteral("s_id"), QStringLiteral("s_name")};
-    case ReferenceTable::Items:
-        break;
-    }
-    return {window, QStringLiteral("item"), QStringLiteral("i_id"), QStringLiteral("i_name")};
+    using enum ReferenceTable;
+    const QString table = window == Weapons    ? "weapon"
+                          : window == Grenades ? "grenade"
+                          : window == Items    ? "item"
+                                               : "special";
+    return {window, table, table.left(1) + "_id", table.left(1) + "_name"};
 }
 
-// Replaces the rows of a table by rows of the given ids, stored in that order, named
-// "Row <id>" and enabled.
+// A "window" column with one row for each of the given windows.
+inline void windowRows(const QList<ReferenceTable>& windows)
+{
+    QTest::addColumn<int>("window");
+    for (ReferenceTable window : windows)
+        QTest::newRow(qPrintable(tableInfo(window).table)) << int(window);
+}
+inline void allWindows()
+{
+    windowRows({ReferenceTable::Weapons, ReferenceTable::Grenades, ReferenceTable::Items, ReferenceTable::Special});
+}
+
+// Replaces the rows of a table by enabled rows of the given ids, stored in that order
+// and named "Row <id>".
 inline void resetRows(Database& db, const TableInfo& t, const QList<qint64>& ids)
 {
     db.exec(QStringLiteral("delete from %1").arg(t.table));
@@ -48,31 +56,35 @@ inline void resetRows(Database& db, const TableInfo& t, const QList<qint64>& ids
         insert.run({id, QStringLiteral("Row %1").arg(id)});
 }
 
-// The ids in the table, lowest first.
-inline QList<qint64> storedIds(Database& db, const TableInfo& t)
-{
-    Statement query = db.prepare(QStringLiteral("select %1 from %2 order by %1").arg(t.id, t.table));
-    QList<qint64> ids;
-    while (query.step())
-        ids << query.int64(0);
-    return ids;
-}
-
-inline QVariant storedValue(Database& db, const TableInfo& t, const QString& column, qint64 id)
-{
-    return db.scalar(QStringLiteral("select %1 from %2 where %3 = ?").arg(column, t.table, t.id), {id});
-}
-
 // One reference window, open on a fresh data directory, driven as the author would.
 struct ReferenceFixture {
     TempData data;
     ScriptedDialogs dialogs;
+    TableInfo t;
     std::unique_ptr<QWidget> window;
 
-    void open(ReferenceTable table)
+    // Opens the window on the starting rows, or on rows of the given ids.
+    void open(ReferenceTable table, const std::optional<QList<qint64>>& ids = std::nullopt)
     {
+        t = tableInfo(table);
+        if (ids)
+            resetRows(data.refDb(), t, *ids);
         window = createReferenceWindow(table, *data.state, dialogs, nullptr);
         window->show();
+    }
+    // The stored ids, lowest first.
+    QList<qint64> ids()
+    {
+        QList<qint64> ids;
+        for (const QString& id :
+             rowsOf(data.refDb(), QStringLiteral("select %1 from %2 order by %1").arg(t.id, t.table)))
+            ids << id.toLongLong();
+        return ids;
+    }
+    QString stored(const QString& column, qint64 id)
+    {
+        return rowsOf(data.refDb(), QStringLiteral("select %1 from %2 where %3 = ?").arg(column, t.table, t.id), {id})
+            .value(0);
     }
     QLineEdit* box(const char* name) const { return window->findChild<QLineEdit*>(QLatin1String(name)); }
     QString text(const char* name) const { return box(name)->text(); }
