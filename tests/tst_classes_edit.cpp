@@ -4,7 +4,6 @@
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QPushButton>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -31,9 +30,6 @@ class ClassEditorEditTest : public QObject
 
     std::unique_ptr<ClassEditorFixture> f;
 
-    void clickAdd() { QTest::mouseClick(f->control<QPushButton>("AddClass"), Qt::LeftButton); }
-    void clickDelete() { QTest::mouseClick(f->control<QPushButton>("Command1"), Qt::LeftButton); }
-
     // Leaves the class on show the way a test row names; true when it was left.
     bool leave(const QString& how)
     {
@@ -42,7 +38,7 @@ class ClassEditorEditTest : public QObject
         if (how == "close")
             return f->editor->close();
         const int before = f->nav().recordCount();
-        clickAdd();
+        f->press("AddClass");
         return f->nav().recordCount() == before + 1;
     }
 
@@ -56,7 +52,6 @@ private slots:
         QTest::newRow("closing the window") << "close";
         QTest::newRow("Add Class") << "add";
     }
-
     void editsAreStoredWhenTheClassIsLeft()
     {
         QFETCH(QString, how);
@@ -70,13 +65,12 @@ private slots:
         f->choose("g2", 1);
         QCOMPARE(f->column(Config, 1, "class_name").toString(), QStringLiteral("C1")); // nothing stored yet
         QVERIFY(leave(how));
-        QCOMPARE(f->column(Config, 1, "class_name").toString(), QStringLiteral("Sniper"));
-        QVERIFY(f->column(Config, 1, "maxshells").isNull());
-        QCOMPARE(f->column(Config, 1, "decoyskin").toInt(), -3);
-        QCOMPARE(f->column(Config, 1, "s5").toInt(), 1);
-        QCOMPARE(f->column(Config, 1, "w4").toInt(), 4); // the default pickers hold the ids 0, 2, 3, 4, ...
-        QCOMPARE(f->column(Config, 1, "g2").toInt(), 1);
-        QVERIFY(f->column(Config, 1, "w1").isNull());
+        // The default pickers hold the ids 0, 2, 3, 4, ...
+        QCOMPARE(rowsOf(f->data.classDb(),
+                        "select class_name, maxshells, decoyskin, s5, w4, g2, w1 from classdef "
+                        "where package_name = ? and class_num = 1",
+                        {Config}),
+                 QStringList{"Sniper|<null>|-3|1|4|1|<null>"});
         QVERIFY(f->dialogs.messages.isEmpty());
     }
 
@@ -96,55 +90,19 @@ private slots:
         QCOMPARE(f->column(Config, 1, "w2").toInt(), 0);
     }
 
-    void aChoiceGoesWithADeletedClass()
-    {
-        f->addConfig(Config, {1, 2});
-        f->open(Config);
-        f->choose("w3", 2);
-        f->type("fldModel", "lost");
-        clickDelete();
-        QCOMPARE(f->classNumbers(Config), QList<int>{2});
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("C2"));
-        QVERIFY(f->column(Config, 2, "w3").isNull());
-        QVERIFY(f->column(Config, 2, "model_name").isNull());
-    }
-
     void aNumberBoxRefusesWhatItsColumnCannotHold_data()
     {
         QTest::addColumn<QString>("boxName");
         QTest::addColumn<QString>("field");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("how");
-        QTest::newRow("letters in Class Num, move") << "Text1"
-                                                    << "Class Num"
-                                                    << "two"
-                                                    << "move";
-        QTest::newRow("letters in Class Num, add") << "Text1"
-                                                   << "Class Num"
-                                                   << "x1"
-                                                   << "add";
-        QTest::newRow("speed too high, close") << "fldSpeed"
-                                               << "Max Speed"
-                                               << "40000"
-                                               << "close";
-        QTest::newRow("health too low, move") << "fldHealth"
-                                              << "Max Health"
-                                              << "-32769"
-                                              << "move";
-        QTest::newRow("decoy skin fraction, add") << "fldDecoySkin"
-                                                  << "Decoy Skin # (blue)"
-                                                  << "1.5"
-                                                  << "add";
-        QTest::newRow("slugs letters, close") << "maxslugs"
-                                              << "Slugs"
-                                              << "lots"
-                                              << "close";
-        QTest::newRow("cells too high, move") << "maxcells"
-                                              << "Cells"
-                                              << "99999"
-                                              << "move";
+        const std::array<std::array<const char*, 4>, 4> rows{{{"Text1", "Class Num", "two", "move"},
+                                                              {"fldSpeed", "Max Speed", "40000", "close"},
+                                                              {"fldDecoySkin", "Decoy Skin # (blue)", "1.5", "add"},
+                                                              {"maxcells", "Cells", "-32769", "move"}}};
+        for (const auto& [box, field, text, how] : rows)
+            QTest::addRow("%s \"%s\", %s", field, text, how) << box << field << text << how;
     }
-
     void aNumberBoxRefusesWhatItsColumnCannotHold()
     {
         QFETCH(QString, boxName);
@@ -157,7 +115,7 @@ private slots:
         f->type(boxName, text);
         QVERIFY(!leave(how));
         QCOMPARE(f->dialogs.messages.size(), 1);
-        QVERIFY2(f->dialogs.messages[0].contains(field) && f->dialogs.messages[0].contains('"' + text + '"'),
+        QVERIFY2(f->dialogs.messages[0].startsWith(field + " cannot be \"" + text + "\""),
                  qPrintable(f->dialogs.messages[0]));
         QCOMPARE(f->box(boxName)->text(), text);
         QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("kept"));
@@ -171,41 +129,50 @@ private slots:
         QCOMPARE(f->dialogs.messages.size(), 1);
     }
 
+    // A number just typed into Class Num is stored first, and counts.
     void addClassNumbersAfterTheHighest_data()
     {
         QTest::addColumn<QString>("numbers");
         QTest::addColumn<int>("deleteAt"); // position deleted first, -1 for none
+        QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("expected");
         QTest::addColumn<QString>("name");
-        QTest::newRow("1, 2, 5") << "1,2,5" << -1 << "1,2,5,6"
+        QTest::newRow("1, 2, 5") << "1,2,5" << -1 << ""
+                                 << "1,2,5,6"
                                  << "Class # 6";
-        QTest::newRow("delete 3 of 1, 2, 3") << "1,2,3" << 2 << "1,2,3"
+        QTest::newRow("delete 3 of 1, 2, 3") << "1,2,3" << 2 << ""
+                                             << "1,2,3"
                                              << "Class # 3";
-        QTest::newRow("delete 1 of 1, 2, 3") << "1,2,3" << 0 << "2,3,4"
+        QTest::newRow("delete 2 of 1, 2, 3") << "1,2,3" << 1 << ""
+                                             << "1,3,4"
                                              << "Class # 4";
-        QTest::newRow("delete 2 of 1, 2, 3") << "1,2,3" << 1 << "1,3,4"
-                                             << "Class # 4";
-        QTest::newRow("negative numbers") << "-9,-5" << -1 << "-9,-5,-4"
+        QTest::newRow("number just typed") << "1,2" << -1 << "9"
+                                           << "2,9,10"
+                                           << "Class # 10";
+        QTest::newRow("negative numbers") << "-9,-5" << -1 << ""
+                                          << "-9,-5,-4"
                                           << "Class #-4";
-        QTest::newRow("up to the highest number") << "32766" << -1 << "32766,32767"
+        QTest::newRow("up to the highest number") << "32766" << -1 << ""
+                                                  << "32766,32767"
                                                   << "Class # 32767";
     }
-
     void addClassNumbersAfterTheHighest()
     {
         QFETCH(QString, numbers);
         QFETCH(int, deleteAt);
+        QFETCH(QString, typed);
         QFETCH(QString, expected);
         QFETCH(QString, name);
         f->addConfig(Config, numbersOf(numbers));
         f->addConfig("Other", {40});
         f->open(Config);
-        if (deleteAt >= 0) {
-            for (int i = 0; i < deleteAt; ++i)
-                QVERIFY(f->nav().moveNext());
-            clickDelete();
-        }
-        clickAdd();
+        for (int i = 0; i < deleteAt; ++i)
+            QVERIFY(f->nav().moveNext());
+        if (deleteAt >= 0)
+            f->press("Command1");
+        if (!typed.isEmpty())
+            f->type("Text1", typed);
+        f->press("AddClass");
         const QList<int> want = numbersOf(expected);
         QCOMPARE(f->classNumbers(Config), want);
         QCOMPARE(f->classNumbers("Other"), QList<int>{40});
@@ -219,38 +186,18 @@ private slots:
         QVERIFY(!f->dialogs.busy);
     }
 
-    void addClassCountsANumberJustTyped()
-    {
-        f->addConfig(Config, {1, 2});
-        f->open(Config);
-        f->type("Text1", "9");
-        clickAdd();
-        QCOMPARE(f->classNumbers(Config), QList<int>({2, 9, 10}));
-    }
-
     void addClassAtTheHighestNumberAddsNothing()
     {
         f->addConfig(Config, {1, 32767});
         f->open(Config);
-        clickAdd();
+        f->press("AddClass");
         QCOMPARE(f->classNumbers(Config), QList<int>({1, 32767}));
-        QCOMPARE(f->dialogs.messages.size(), 1);
-        QVERIFY(f->dialogs.messages[0].contains("32767"));
+        QCOMPARE(f->dialogs.messages, QStringList{"No class can be added: class number 32767 is the highest a class "
+                                                  "can have, and this configuration already uses it."});
         QVERIFY(!f->dialogs.busy);
     }
 
-    void aConfigurationWithNoClassGetsItsFirstOnOpening()
-    {
-        f->addConfig(Config);
-        f->open(Config);
-        QCOMPARE(f->classNumbers(Config), QList<int>{1});
-        QCOMPARE(f->column(Config, 1, "class_name").toString(), QStringLiteral("Class # 1"));
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Class # 1"));
-        QCOMPARE(f->control<QLabel>("Label31")->text(), Config);
-        QVERIFY(f->box("fldModel")->isEnabled());
-        QVERIFY(!f->dialogs.busy);
-    }
-
+    // No question is asked, and edits waiting on the class go with it.
     void deleteClassShowsTheFirstClassAfterwards_data()
     {
         QTest::addColumn<int>("position");
@@ -263,7 +210,6 @@ private slots:
         QTest::newRow("last") << 2 << "1,2"
                               << "C1";
     }
-
     void deleteClassShowsTheFirstClassAfterwards()
     {
         QFETCH(int, position);
@@ -273,40 +219,52 @@ private slots:
         f->open(Config);
         for (int i = 0; i < position; ++i)
             QVERIFY(f->nav().moveNext());
-        clickDelete();
+        f->choose("w3", 2);
+        const QVariant chosen = f->picker("w3")->currentData();
+        f->type("fldModel", "lost");
+        f->press("Command1");
         QCOMPARE(f->classNumbers(Config), numbersOf(left));
         QCOMPARE(f->box("fldClassName")->text(), shown);
         QVERIFY(f->dialogs.messages.isEmpty());
-        QVERIFY(f->dialogs.prompts.isEmpty()); // no question before a delete
+        QVERIFY(f->dialogs.prompts.isEmpty());
+        QCOMPARE(f->data.classDb()
+                     .scalar("select count(*) from classdef where package_name = ? and (w3 = ? or model_name = 'lost')",
+                             {Config, chosen})
+                     .toInt(),
+                 0);
         QVERIFY(f->nav().moveNext());
         QVERIFY(f->nav().moveNext());
         QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("C%1").arg(numbersOf(left).last()));
     }
 
+    // An emptied configuration is kept, and gets its first class at the next opening.
     void deletingTheOnlyClassLeavesAnEmptySetUntilAddClass()
     {
         f->addConfig(Config, {7});
         f->open(Config);
-        clickDelete();
+        f->press("Command1");
         QCOMPARE(f->dialogs.messages, QStringList{NoClassLeft});
         QVERIFY(f->classNumbers(Config).isEmpty());
         QVERIFY(!f->box("fldClassName")->isEnabled());
         QVERIFY(!f->picker("w2")->isEnabled());
-        clickDelete(); // nothing left to delete: the advice again, and no harm
+        f->press("Command1"); // nothing left to delete: the advice again, and no harm
         QCOMPARE(f->dialogs.messages, QStringList({NoClassLeft, NoClassLeft}));
 
-        clickAdd();
+        f->press("AddClass");
         QCOMPARE(f->classNumbers(Config), QList<int>{1});
         QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Class # 1"));
         QVERIFY(f->box("fldClassName")->isEnabled());
         QVERIFY(f->picker("w2")->isEnabled());
         f->type("fldModel", "after");
-        clickDelete();
-        QVERIFY(f->editor->close()); // an empty configuration is kept, and gets a class at the next opening
+        f->press("Command1");
+        QVERIFY(f->editor->close());
         QCOMPARE(f->data.classDb().scalar("select count(*) from package where package_name = ?", {Config}).toInt(), 1);
         f->open(Config);
         QCOMPARE(f->classNumbers(Config), QList<int>{1});
+        QCOMPARE(f->column(Config, 1, "class_name").toString(), QStringLiteral("Class # 1"));
         QVERIFY(f->column(Config, 1, "model_name").isNull());
+        QVERIFY(f->box("fldModel")->isEnabled());
+        QVERIFY(!f->dialogs.busy);
     }
 
     void aNameWithApostrophesReachesOnlyItsOwnClasses()
@@ -317,9 +275,9 @@ private slots:
         f->open(name);
         QCOMPARE(f->control<QLabel>("Label31")->text(), name);
         QCOMPARE(f->nav().recordCount(), 1);
-        clickAdd();
+        f->press("AddClass");
         f->type("fldModel", "quoted");
-        clickDelete();
+        f->press("Command1");
         QCOMPARE(f->classNumbers(name), QList<int>{2});
         QCOMPARE(f->classNumbers("O"), QList<int>{8});
         QVERIFY(f->dialogs.messages.isEmpty());

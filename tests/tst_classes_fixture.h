@@ -10,6 +10,7 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 
 namespace tarn::test
@@ -79,6 +80,7 @@ struct ClassEditorFixture {
     QLineEdit* box(const QString& name) { return control<QLineEdit>(name); }
     QComboBox* picker(const QString& name) { return control<QComboBox>(name); }
     DataControl& nav() { return *control<DataControl>(QStringLiteral("dbClassDef")); }
+    void press(const char* button) { QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton); }
 
     // Chooses a picker entry as the author does, through the keyboard.
     void choose(const QString& pickerName, int index)
@@ -107,12 +109,10 @@ struct ClassEditorFixture {
 
     QList<int> classNumbers(const QString& config)
     {
-        Statement query = data.classDb().prepare(
-            QStringLiteral("select class_num from classdef where package_name = ? order by class_num"));
-        query.bindAll({config});
         QList<int> numbers;
-        while (query.step())
-            numbers << query.value(0).toInt();
+        for (const QString& number : rowsOf(
+                 data.classDb(), "select class_num from classdef where package_name = ? order by class_num", {config}))
+            numbers << number.toInt();
         return numbers;
     }
 };
