@@ -131,33 +131,14 @@ private slots:
         }
     }
 
-    void pickersOfferTheEnabledRowsInIdOrder()
-    {
-        f->setReference("weapon", {{9, "Nine"}, {4, "Four"}, {5, "Off", 0}, {6, "Missing", QVariant()}, {2, "Two"}});
-        f->setReference("grenade", {{3, "Three"}, {1, "One"}, {8, "Off", 0}});
-        f->addConfig(Config, {1});
-        f->open(Config);
-        auto entries = [](QComboBox* combo) {
-            QStringList list;
-            for (int i = 0; i < combo->count(); ++i)
-                list << combo->itemText(i) + u'=' + combo->itemData(i).toString();
-            return list;
-        };
-        for (int n = 2; n <= 10; ++n)
-            QCOMPARE(entries(f->picker(QStringLiteral("w%1").arg(n))), QStringList({"Two=2", "Four=4", "Nine=9"}));
-        for (int n = 1; n <= 3; ++n)
-            QCOMPARE(entries(f->picker(QStringLiteral("g%1").arg(n))), QStringList({"One=1", "Three=3"}));
-        QVERIFY(f->picker("w2")->isEditable());
-    }
-
-    // The list holds the ids 0, 3, 3, 7; an id it lacks, a disabled one among them,
-    // shows the first entry and takes its id when the row is left.
+    // The pickers offer the enabled rows in id order: 0, 3, 3, 7. An id the list lacks, a
+    // disabled one among them, shows the first entry and takes its id when the row is left.
     void pickersFollowTheRowAndWriteTheHiddenBox_data()
     {
         QTest::addColumn<QVariant>("stored");
         QTest::addColumn<int>("position");
         QTest::addColumn<QString>("hidden");
-        QTest::newRow("duplicated id") << QVariant(3) << 2 << "3";
+        QTest::newRow("duplicated id: the last match") << QVariant(3) << 2 << "3";
         QTest::newRow("disabled id") << QVariant(9) << 0 << "0";
         QTest::newRow("missing value") << QVariant() << 0 << "0";
     }
@@ -167,11 +148,20 @@ private slots:
         QFETCH(int, position);
         QFETCH(QString, hidden);
         for (const QString table : {"weapon", "grenade"})
-            f->setReference(table, {{0, "Zero"}, {3, "Three a"}, {3, "Three b"}, {7, "Seven"}, {9, "Off", 0}});
+            f->setReference(
+                table,
+                {{7, "Seven"}, {9, "Off", 0}, {0, "Zero"}, {3, "Three a"}, {6, "Unset", QVariant()}, {3, "Three b"}});
         f->addConfig(Config);
         f->addClass(Config, 1, {{"w5", stored}, {"g2", stored}, {"w1", 7}});
         f->addClass(Config, 2, {{"w5", 7}, {"g2", 7}});
         f->open(Config);
+        for (const QString name : {"w2", "w10", "g1", "g3"}) {
+            QStringList entries;
+            for (int i = 0; i < f->picker(name)->count(); ++i)
+                entries << f->picker(name)->itemText(i) + u'=' + f->picker(name)->itemData(i).toString();
+            QCOMPARE(entries, QStringList({"Zero=0", "Three a=3", "Three b=3", "Seven=7"}));
+        }
+        QVERIFY(f->picker("w2")->isEditable());
         QCOMPARE(f->picker("w5")->currentIndex(), position);
         QCOMPARE(f->picker("g2")->currentIndex(), position);
         QCOMPARE(f->box("dw5")->text(), hidden);

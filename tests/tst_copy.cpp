@@ -78,10 +78,8 @@ private slots:
     {
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("copy");
-        QTest::newRow("statement text as the new name") << "Source"
-                                                        << "x' OR '1'='1";
-        QTest::newRow("apostrophe in the source") << "O'Neil's"
-                                                  << "Copy";
+        QTest::newRow("statement text as the new name") << QString("Source") << "x' OR '1'='1";
+        QTest::newRow("apostrophe in the source") << QString("O'Neil's") << "Copy";
     }
     void copiesEveryColumnOfEveryClass()
     {

@@ -120,16 +120,14 @@ private slots:
         QTest::addColumn<int>("window");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("answer"); // empty: refused, the earlier answer stays
-        QTest::newRow("0") << int(ReferenceTable::Items) << "0"
-                           << "1";
-        QTest::newRow("30") << int(ReferenceTable::Special) << "30"
-                            << "1073741824";
-        QTest::newRow("31") << int(ReferenceTable::Special) << "31"
-                            << "";
-        QTest::newRow("empty") << int(ReferenceTable::Items) << ""
-                               << "";
-        QTest::newRow("six") << int(ReferenceTable::Special) << "six"
-                             << "";
+        using enum ReferenceTable;
+        for (const auto& [window, typed, answer] :
+             QList<std::tuple<ReferenceTable, const char*, const char*>>{{Items, "0", "1"},
+                                                                         {Special, "30", "1073741824"},
+                                                                         {Special, "31", ""},
+                                                                         {Items, "", ""},
+                                                                         {Special, "six", ""}})
+            QTest::addRow("\"%s\"", typed) << int(window) << QString(typed) << QString(answer);
     }
     void calculator()
     {

@@ -134,21 +134,15 @@ private slots:
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("field");
-        QTest::newRow("weapon id letters") << int(ReferenceTable::Weapons) << "Text1"
-                                           << "two"
-                                           << "Weapon ID";
-        QTest::newRow("weapon enabled mark") << int(ReferenceTable::Weapons) << "Text5"
-                                             << "yes"
-                                             << "Enabled? (1=yes)";
-        QTest::newRow("grenade id fraction") << int(ReferenceTable::Grenades) << "Text1"
-                                             << "2.5"
-                                             << "Grenade ID";
-        QTest::newRow("item id beyond 32 bits") << int(ReferenceTable::Items) << "Text1"
-                                                << "2147483648"
-                                                << "Item ID";
-        QTest::newRow("special id letters") << int(ReferenceTable::Special) << "Text1"
-                                            << "bit"
-                                            << "Special ID";
+        using enum ReferenceTable;
+        const QList<std::tuple<ReferenceTable, const char*, const char*, const char*>> rows{
+            {Weapons, "Text1", "two", "Weapon ID"},
+            {Weapons, "Text5", "yes", "Enabled? (1=yes)"},
+            {Grenades, "Text1", "2.5", "Grenade ID"},
+            {Items, "Text1", "2147483648", "Item ID"},
+            {Special, "Text1", "bit", "Special ID"}};
+        for (const auto& [window, box, typed, field] : rows)
+            QTest::addRow("%s \"%s\"", field, typed) << int(window) << QString(box) << QString(typed) << QString(field);
     }
     void textTheColumnCannotHoldIsRefused()
     {
@@ -182,14 +176,12 @@ private slots:
     {
         QTest::addColumn<QString>("action");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("weapons") << "mnuUpdateWeapons"
-                                 << "frmWeapons|Edit Weapons|dbWeapons|Weapons|Weapon ID:";
-        QTest::newRow("grenades") << "mnuUpdateGrenades"
-                                  << "frmGrenades|Edit Grenades|dbGrenades|Grenades|Grenade ID:";
-        QTest::newRow("special") << "mnuEditSpecial"
-                                 << "frmSpecial|Edit Special|dbSpecial|Special|Special ID:";
-        QTest::newRow("items") << "mnuEditItems"
-                               << "frmItems|Edit Items|dbItems|Items|Item ID:";
+        for (const auto& [action, expected] : QList<std::pair<const char*, const char*>>{
+                 {"mnuUpdateWeapons", "frmWeapons|Edit Weapons|dbWeapons|Weapons|Weapon ID:"},
+                 {"mnuUpdateGrenades", "frmGrenades|Edit Grenades|dbGrenades|Grenades|Grenade ID:"},
+                 {"mnuEditSpecial", "frmSpecial|Edit Special|dbSpecial|Special|Special ID:"},
+                 {"mnuEditItems", "frmItems|Edit Items|dbItems|Items|Item ID:"}})
+            QTest::newRow(action) << QString(action) << QString(expected);
     }
     void openedFromTheUpdateMenu()
     {
