@@ -40,18 +40,11 @@ struct ClassEditorFixture {
             insert.run({row.id, row.name, row.enabled});
     }
 
-    void addClass(const QString& config, int number, const QVariantMap& columns = {})
+    void addClass(const QString& config, int number, QVariantMap columns = {})
     {
-        QStringList names{QStringLiteral("package_name"), QStringLiteral("class_num")};
-        QVariantList values{config, number};
-        for (auto it = columns.cbegin(); it != columns.cend(); ++it) {
-            names << it.key();
-            values << it.value();
-        }
-        const QString marks = QStringList(names.size(), QStringLiteral("?")).join(u',');
-        data.classDb()
-            .prepare(QStringLiteral("insert into classdef (%1) values (%2)").arg(names.join(u','), marks))
-            .run(values);
+        columns.insert(QStringLiteral("package_name"), config);
+        columns.insert(QStringLiteral("class_num"), number);
+        insertRow(data.classDb(), QStringLiteral("classdef"), columns);
     }
 
     // A new configuration holding classes of the given numbers.

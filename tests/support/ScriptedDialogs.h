@@ -4,6 +4,7 @@
 
 #include <QQueue>
 #include <QStringList>
+#include <QWidget>
 #include <functional>
 
 namespace tarn::test
@@ -27,13 +28,43 @@ public:
     bool busy = false;
     int busyChanges = 0;
 
-    QString inputBox(QWidget* parent, const QString& prompt, const QString& title) override;
-    void message(QWidget* parent, const QString& text) override;
-    bool confirm(QWidget* parent, const QString& text, const QString& title) override;
-    QString openFileName(QWidget* parent, const QString& filter) override;
-    QString saveFileName(QWidget* parent, const QString& filter) override;
-    void setBusy(bool value) override;
-    void showModal(QWidget& window) override;
+    QString inputBox(QWidget*, const QString& prompt, const QString& title) override
+    {
+        prompts << title + u'|' + prompt;
+        return take(inputAnswers, "input box");
+    }
+    void message(QWidget*, const QString& text) override { messages << text; }
+    bool confirm(QWidget*, const QString& text, const QString& title) override
+    {
+        prompts << title + u'|' + text;
+        return take(confirmAnswers, "confirmation");
+    }
+    QString openFileName(QWidget*, const QString& filter) override
+    {
+        fileFilters << filter;
+        return take(fileAnswers, "open file dialog");
+    }
+    QString saveFileName(QWidget*, const QString& filter) override
+    {
+        fileFilters << filter;
+        return take(fileAnswers, "save file dialog");
+    }
+    void setBusy(bool value) override
+    {
+        busyChanges += value != busy;
+        busy = value;
+    }
+    void showModal(QWidget& window) override
+    {
+        modalWindows << window.objectName();
+        window.show();
+        if (onModal)
+            onModal(window);
+        window.close();
+    }
+
+private:
+    template <typename T> static T take(QQueue<T>& queue, const char* what);
 };
 
 } // namespace tarn::test

@@ -49,6 +49,14 @@ int classCount(Database& classDb, const QString& config)
     return classDb.scalar(QStringLiteral("select count(*) from classdef where package_name = ?"), {config}).toInt();
 }
 
+void insertRow(Database& db, const QString& table, const QVariantMap& columns)
+{
+    const QStringList places(columns.size(), QStringLiteral("?"));
+    db.prepare(
+          QStringLiteral("insert into %1 (%2) values (%3)").arg(table, columns.keys().join(u','), places.join(u',')))
+        .run(columns.values());
+}
+
 QByteArray classFile(const QByteArrayList& lines, const QByteArray& lineEnd)
 {
     return lines.join(lineEnd) + lineEnd;

@@ -31,6 +31,8 @@ bool writeFile(const QString& path, const QByteArray& content);
 // The rows of a query, each as its values joined by '|', a missing value as "<null>".
 QStringList rowsOf(Database& db, const QString& sql, const QVariantList& params = {});
 int classCount(Database& classDb, const QString& config);
+// Inserts one row of the given column values.
+void insertRow(Database& db, const QString& table, const QVariantMap& columns);
 
 // The first two lines of a class file.
 inline const QByteArrayList ClassFileHeader{"V3 0", "x"};
