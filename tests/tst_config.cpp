@@ -1,3 +1,4 @@
+#include "classfile/Protection.h"
 #include "core/ModId.h"
 #include "tst_config_fixture.h"
 
@@ -10,6 +11,7 @@ using namespace tarn::test;
 namespace
 {
 const QString NothingSelected = QStringLiteral("You must select a class configuration");
+const QStringList Listed{"Example", "Mike", "alpha", "zulu"}; // the store's order
 } // namespace
 
 class ConfigWindowTest : public QObject
@@ -18,6 +20,19 @@ class ConfigWindowTest : public QObject
 
     std::unique_ptr<ConfigWindowFixture> f;
 
+    void import(const QString& name, const QString& file)
+    {
+        f->dialogs.inputAnswers << name;
+        if (!name.isEmpty())
+            f->dialogs.fileAnswers << file;
+        f->click("btImport");
+    }
+    QString classFileOf(const QByteArrayList& lines)
+    {
+        const QString path = f->data.path(QStringLiteral("in.class"));
+        return writeFile(path, classFile(lines)) ? path : QString();
+    }
+
 private slots:
     void init() { f = std::make_unique<ConfigWindowFixture>(QStringList{"zulu", "alpha", "Mike"}); }
     void cleanup() { f.reset(); }
@@ -25,7 +40,7 @@ private slots:
     void listsConfigurationsInTheStoresOrderWithNothingSelected()
     {
         QCOMPARE(f->window->windowTitle(), QStringLiteral("KD Tarn Workbench (TARN) - Version 1.4"));
-        QCOMPARE(f->window->configNames(), (QStringList{"Example", "Mike", "alpha", "zulu"}));
+        QCOMPARE(f->window->configNames(), Listed);
         QCOMPARE(f->list()->count(), 4);
         QCOMPARE(f->list()->currentRow(), -1);
         QVERIFY(f->data.state->currentConfig.isEmpty());
@@ -62,7 +77,7 @@ private slots:
         f->select(QStringLiteral("zulu"));
         f->dialogs.inputAnswers << QString();
         f->click("btNew");
-        QCOMPARE(f->window->configNames().size(), 4);
+        QCOMPARE(f->window->configNames(), Listed);
         QCOMPARE(f->data.state->currentConfig, QStringLiteral("zulu"));
     }
 
@@ -71,6 +86,7 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::newRow("apostrophe") << QStringLiteral("it's");
         QTest::newRow("statement text") << QStringLiteral("x' OR '1'='1");
+        QTest::newRow("name shared: one row goes, and all its classes") << QStringLiteral("alpha");
     }
     void deleteAsksAndRemovesOnlyThatConfiguration()
     {
@@ -84,23 +100,11 @@ private slots:
         QCOMPARE(f->dialogs.prompts,
                  QStringList{
                      QStringLiteral("Delete Confirmation|Are you sure you want to delete the '%1' Config?").arg(name)});
-        QVERIFY(!f->window->configNames().contains(name));
+        QCOMPARE(f->window->configNames().count(name), name == "alpha" ? 1 : 0);
         QCOMPARE(classCount(f->data.classDb(), name), 0);
         QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Example")), 2);
-        QCOMPARE(f->window->configNames().size(), 4);
+        QCOMPARE(f->window->configNames(), Listed);
         QVERIFY(f->data.state->currentConfig.isEmpty());
-    }
-
-    void deleteOfASharedNameRemovesOneRowAndAllItsClasses()
-    {
-        addConfiguration(f->data.classDb(), QStringLiteral("alpha"));
-        f->data.classDb().exec("insert into classdef (package_name, class_num) values ('alpha', 1)");
-        f->window->RefreshList();
-        f->select(QStringLiteral("alpha"));
-        f->dialogs.confirmAnswers << true;
-        f->click("btDelete");
-        QCOMPARE(f->window->configNames().count(QStringLiteral("alpha")), 1);
-        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("alpha")), 0);
     }
 
     void declinedDeleteChangesNothing()
@@ -108,7 +112,7 @@ private slots:
         f->select(QStringLiteral("Example"));
         f->dialogs.confirmAnswers << false;
         f->click("btDelete");
-        QCOMPARE(f->window->configNames().size(), 4);
+        QCOMPARE(f->window->configNames(), Listed);
         QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Example")), 2);
         QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
         QCOMPARE(f->list()->currentRow(), 0);
@@ -127,20 +131,7 @@ private slots:
         f->click(qPrintable(button));
         QCOMPARE(f->dialogs.messages, QStringList{NothingSelected});
         QVERIFY(f->dialogs.prompts.isEmpty());
-        QCOMPARE(f->window->configNames().size(), 4);
-    }
-
-    void deletingEveryConfigurationLeavesAWorkingEmptyList()
-    {
-        for (int i = 0; i < 4; ++i) {
-            f->select(f->window->configNames().first());
-            f->dialogs.confirmAnswers << true;
-            f->click("btDelete");
-        }
-        QCOMPARE(f->list()->count(), 0);
-        f->dialogs.inputAnswers << QStringLiteral("fresh");
-        f->click("btNew");
-        QCOMPARE(f->window->configNames(), QStringList{"fresh"});
+        QCOMPARE(f->window->configNames(), Listed);
     }
 
     void setModIdWritesTheFileAndShowsTheCurrentValue()
@@ -200,6 +191,62 @@ private slots:
         QCOMPARE(plain(f->window->findChild<QPushButton*>("btImport")->text()),
                  QStringLiteral("Import from Class File..."));
         QCOMPARE(f->window->findChild<QLabel*>("Label1")->buddy(), f->list());
+    }
+
+    void importsAsANewConfigurationAndSaysSo()
+    {
+        f->select(QStringLiteral("Example"));
+        import(QStringLiteral("Copy One"), testDataPath("test_set_protected.class"));
+        QCOMPARE(f->dialogs.prompts, QStringList{"Copy Config|Enter the name of the config you wish to copy to"});
+        QCOMPARE(f->dialogs.fileFilters, QStringList{"Class Config (*.class)|*.class|All Files (*.*)|*.*"});
+        QCOMPARE(f->dialogs.messages, QStringList{"Import Complete"});
+        QCOMPARE(f->window->configNames(), QStringList{"Copy One"} + Listed);
+        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Copy One")), 2);
+        QVERIFY(f->data.state->currentConfig.isEmpty());
+        QVERIFY(!f->dialogs.busy);
+    }
+
+    void cancelledPromptOrDialogChangesNothing()
+    {
+        import(QString(), QString());
+        import(QStringLiteral("never"), QString());
+        QVERIFY(f->dialogs.messages.isEmpty());
+        QCOMPARE(f->window->configNames(), Listed);
+        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("never")), 0);
+    }
+
+    // The bad line is read unprotected, as every line is.
+    void badRecordKeepsEarlierRowsButMakesNoConfiguration()
+    {
+        f->select(QStringLiteral("Example"));
+        import(QStringLiteral("half"), classFileOf(ClassFileHeader + classRecord("A]") +
+                                                   QByteArrayList{protectLine("stray", true), "[B]", "x"}));
+        QCOMPARE(f->dialogs.messages, QStringList{"Bad Class Record: stray"});
+        QCOMPARE(f->window->configNames(), Listed);
+        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
+        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("half")), 1);
+        QVERIFY(!f->dialogs.busy);
+    }
+
+    void malformedFileIsToldWithItsLineNumber()
+    {
+        const QString file =
+            classFileOf(ClassFileHeader + classRecord("A]", 4, "1 2 99999  0  0") + QByteArrayList{""});
+        import(QStringLiteral("broken"), file);
+        QCOMPARE(f->dialogs.messages,
+                 QStringList{"Cannot import " + file +
+                             ": line 7: max health \"99999\" is not a whole number from -32768 to 32767."});
+        QCOMPARE(f->window->configNames(), Listed);
+        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("broken")), 0);
+    }
+
+    void unreadableFileIsToldByName()
+    {
+        const QString missing = f->data.path(QStringLiteral("missing.class"));
+        import(QStringLiteral("ghost"), missing);
+        QCOMPARE(f->dialogs.messages.size(), 1);
+        QVERIFY(f->dialogs.messages[0].startsWith("Cannot open " + missing + ": "));
+        QCOMPARE(f->window->configNames(), Listed);
     }
 };
 
