@@ -27,12 +27,6 @@ class ConfigWindowTest : public QObject
             f->dialogs.fileAnswers << file;
         f->click("btImport");
     }
-    QString classFileOf(const QByteArrayList& lines)
-    {
-        const QString path = f->data.path(QStringLiteral("in.class"));
-        return writeFile(path, classFile(lines)) ? path : QString();
-    }
-
 private slots:
     void init() { f = std::make_unique<ConfigWindowFixture>(QStringList{"zulu", "alpha", "Mike"}); }
     void cleanup() { f.reset(); }
@@ -49,6 +43,10 @@ private slots:
         f->window->RefreshList();
         QCOMPARE(f->list()->count(), 64);
         f->select(QStringLiteral("zulu")); // a click selects by position
+        QCOMPARE(plain(f->window->findChild<QPushButton*>("btImport")->text()),
+                 QStringLiteral("Import from Class File..."));
+        QCOMPARE(f->list()->accessibleDescription(), QStringLiteral("classlist")); // its system name
+        QCOMPARE(f->window->findChild<QLabel*>("Label1")->buddy(), f->list());
     }
 
     void newAddsTheNameAsTypedAndClearsTheSelection_data()
@@ -72,13 +70,23 @@ private slots:
         QCOMPARE(f->dialogs.messages, QStringList{NothingSelected});
     }
 
-    void newWithAnEmptyAnswerDoesNothing()
+    // An empty answer to New or to the import's name, a cancelled file dialog and a
+    // declined delete change nothing, the selection included.
+    void cancelledCommandsChangeNothing()
     {
-        f->select(QStringLiteral("zulu"));
+        f->select(QStringLiteral("Example"));
         f->dialogs.inputAnswers << QString();
         f->click("btNew");
+        f->dialogs.confirmAnswers << false;
+        f->click("btDelete");
+        import(QString(), QString());
+        import(QStringLiteral("never"), QString());
         QCOMPARE(f->window->configNames(), Listed);
-        QCOMPARE(f->data.state->currentConfig, QStringLiteral("zulu"));
+        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Example")), 2);
+        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
+        QCOMPARE(f->list()->currentRow(), 0);
+        QVERIFY(f->dialogs.messages.isEmpty());
+        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("never")), 0);
     }
 
     void deleteAsksAndRemovesOnlyThatConfiguration_data()
@@ -105,17 +113,6 @@ private slots:
         QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Example")), 2);
         QCOMPARE(f->window->configNames(), Listed);
         QVERIFY(f->data.state->currentConfig.isEmpty());
-    }
-
-    void declinedDeleteChangesNothing()
-    {
-        f->select(QStringLiteral("Example"));
-        f->dialogs.confirmAnswers << false;
-        f->click("btDelete");
-        QCOMPARE(f->window->configNames(), Listed);
-        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Example")), 2);
-        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
-        QCOMPARE(f->list()->currentRow(), 0);
     }
 
     void commandsNeedingASelectionSaySo_data()
@@ -181,18 +178,6 @@ private slots:
         QVERIFY(description.startsWith(QStringLiteral("The Tarn Workbench is a tool")));
     }
 
-    void everyControlCarriesItsSystemName()
-    {
-        for (const char* name : {"classlist", "btNew", "btDelete", "btEdit", "btCopy", "btImport", "Label1"}) {
-            auto* control = f->window->findChild<QWidget*>(name);
-            QVERIFY2(control, name);
-            QCOMPARE(control->accessibleDescription(), QString::fromLatin1(name));
-        }
-        QCOMPARE(plain(f->window->findChild<QPushButton*>("btImport")->text()),
-                 QStringLiteral("Import from Class File..."));
-        QCOMPARE(f->window->findChild<QLabel*>("Label1")->buddy(), f->list());
-    }
-
     void importsAsANewConfigurationAndSaysSo()
     {
         f->select(QStringLiteral("Example"));
@@ -206,21 +191,14 @@ private slots:
         QVERIFY(!f->dialogs.busy);
     }
 
-    void cancelledPromptOrDialogChangesNothing()
-    {
-        import(QString(), QString());
-        import(QStringLiteral("never"), QString());
-        QVERIFY(f->dialogs.messages.isEmpty());
-        QCOMPARE(f->window->configNames(), Listed);
-        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("never")), 0);
-    }
-
     // The bad line is read unprotected, as every line is.
     void badRecordKeepsEarlierRowsButMakesNoConfiguration()
     {
         f->select(QStringLiteral("Example"));
-        import(QStringLiteral("half"), classFileOf(ClassFileHeader + classRecord("A]") +
-                                                   QByteArrayList{protectLine("stray", true), "[B]", "x"}));
+        const QString file = f->data.path(QStringLiteral("in.class"));
+        QVERIFY(writeFile(file, classFile(ClassFileHeader + classRecord("A]") +
+                                          QByteArrayList{protectLine("stray", true), "[B]", "x"})));
+        import(QStringLiteral("half"), file);
         QCOMPARE(f->dialogs.messages, QStringList{"Bad Class Record: stray"});
         QCOMPARE(f->window->configNames(), Listed);
         QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
@@ -228,25 +206,27 @@ private slots:
         QVERIFY(!f->dialogs.busy);
     }
 
-    void malformedFileIsToldWithItsLineNumber()
+    void failedImportIsToldAndMakesNothing_data()
     {
-        const QString file =
-            classFileOf(ClassFileHeader + classRecord("A]", 4, "1 2 99999  0  0") + QByteArrayList{""});
+        QTest::addColumn<QByteArray>("content"); // none: no file
+        QTest::addColumn<QString>("message");    // how the message starts; %1 is the file
+        QTest::newRow("malformed")
+            << classFile(ClassFileHeader + classRecord("A]", 4, "1 2 99999  0  0") + QByteArrayList{""})
+            << "Cannot import %1: line 7: max health \"99999\" is not a whole number from -32768 "
+               "to 32767.";
+        QTest::newRow("unreadable") << QByteArray() << "Cannot open %1: ";
+    }
+    void failedImportIsToldAndMakesNothing()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, message);
+        const QString file = f->data.path(QStringLiteral("in.class"));
+        QVERIFY(content.isEmpty() || writeFile(file, content));
         import(QStringLiteral("broken"), file);
-        QCOMPARE(f->dialogs.messages,
-                 QStringList{"Cannot import " + file +
-                             ": line 7: max health \"99999\" is not a whole number from -32768 to 32767."});
+        QCOMPARE(f->dialogs.messages.size(), 1);
+        QVERIFY2(f->dialogs.messages[0].startsWith(message.arg(file)), qPrintable(f->dialogs.messages[0]));
         QCOMPARE(f->window->configNames(), Listed);
         QCOMPARE(classCount(f->data.classDb(), QStringLiteral("broken")), 0);
-    }
-
-    void unreadableFileIsToldByName()
-    {
-        const QString missing = f->data.path(QStringLiteral("missing.class"));
-        import(QStringLiteral("ghost"), missing);
-        QCOMPARE(f->dialogs.messages.size(), 1);
-        QVERIFY(f->dialogs.messages[0].startsWith("Cannot open " + missing + ": "));
-        QCOMPARE(f->window->configNames(), Listed);
     }
 };
 
