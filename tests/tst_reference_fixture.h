@@ -44,6 +44,11 @@ inline void allWindows()
 {
     windowRows({ReferenceTable::Weapons, ReferenceTable::Grenades, ReferenceTable::Items, ReferenceTable::Special});
 }
+inline ReferenceTable fetchWindow()
+{
+    QFETCH(int, window);
+    return ReferenceTable(window);
+}
 
 // Replaces the rows of a table by enabled rows of the given ids, stored in that order
 // and named "Row <id>".
