@@ -5,13 +5,11 @@
 #include "store/Database.h"
 #include "store/Recordset.h"
 #include "store/Statements.h"
-#include "store/StoreError.h"
 #include "toolkit/AppIcon.h"
 #include "toolkit/Dialogs.h"
+#include "toolkit/Guarded.h"
 #include "toolkit/SystemNames.h"
 #include "ui_frmClasses.h"
-
-#include <QCloseEvent>
 
 namespace tarn
 {
@@ -105,7 +103,7 @@ void frmClasses::fillBoxes(const std::vector<BoxEntry>& entries, std::span<QChec
 void frmClasses::AddClass_Click()
 {
     m_dialogs.setBusy(true);
-    guarded(&frmClasses::addClass);
+    guarded(m_dialogs, this, [this] { addClass(); });
     m_dialogs.setBusy(false);
 }
 
@@ -132,7 +130,7 @@ void frmClasses::addClass()
 
 void frmClasses::Command1_Click()
 {
-    guarded(&frmClasses::deleteClass);
+    guarded(m_dialogs, this, [this] { deleteClass(); });
 }
 
 // No question is asked; edits waiting on the class go with it.
@@ -150,20 +148,7 @@ void frmClasses::deleteClass()
 
 void frmClasses::closeEvent(QCloseEvent* event)
 {
-    // A text its column can't hold keeps the window open to be corrected.
-    if (ui->dbClassDef->storeChanges())
-        event->accept();
-    else
-        event->ignore();
-}
-
-void frmClasses::guarded(void (frmClasses::*command)())
-{
-    try {
-        (this->*command)();
-    } catch (const StoreError& error) {
-        m_dialogs.message(this, error.message());
-    }
+    ui->dbClassDef->acceptCloseIfStored(*event);
 }
 
 } // namespace tarn

@@ -64,8 +64,6 @@ private:
     void setPickersEnabled(bool enabled);
     void addClass();
     void deleteClass();
-    // Runs a command; a store failure is shown, never lost.
-    void guarded(void (frmClasses::*command)());
 
     std::unique_ptr<Ui::frmClasses> ui;
     AppState& m_state;

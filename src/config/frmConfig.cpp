@@ -7,9 +7,9 @@
 #include "frmAbout.h"
 #include "reference/ReferenceWindows.h"
 #include "store/Configurations.h"
-#include "store/StoreError.h"
 #include "toolkit/AppIcon.h"
 #include "toolkit/Dialogs.h"
+#include "toolkit/Guarded.h"
 #include "toolkit/SystemNames.h"
 #include "ui_frmConfig.h"
 
@@ -57,7 +57,7 @@ void frmConfig::Form_Load()
     m_state.modId = DefaultModId;
     m_state.modId = readModId(m_state.settingsPath());
     m_state.currentConfig.clear();
-    guarded([this] { RefreshList(); });
+    guarded(m_dialogs, this, [this] { RefreshList(); });
 }
 
 void frmConfig::RefreshList()
@@ -83,7 +83,7 @@ void frmConfig::btNew_Click()
         m_dialogs.inputBox(this, QStringLiteral("Enter the Configuration Name"), QStringLiteral("Enter Config Name"));
     if (name.isEmpty())
         return;
-    guarded([&] {
+    guarded(m_dialogs, this, [&] {
         addConfiguration(m_state.classDb(), name);
         RefreshList();
     });
@@ -97,7 +97,7 @@ void frmConfig::btDelete_Click()
         QStringLiteral("Are you sure you want to delete the '") + m_state.currentConfig + QStringLiteral("' Config?");
     if (!m_dialogs.confirm(this, question, QStringLiteral("Delete Confirmation")))
         return;
-    guarded([this] {
+    guarded(m_dialogs, this, [this] {
         deleteConfiguration(m_state.classDb(), m_state.currentConfig);
         RefreshList();
     });
@@ -108,7 +108,7 @@ void frmConfig::btEdit_Click()
     if (!requireSelection())
         return;
     m_dialogs.setBusy(true);
-    guarded([this] {
+    guarded(m_dialogs, this, [this] {
         frmClasses editor(m_state, m_dialogs, this);
         m_dialogs.showModal(editor);
     });
@@ -124,7 +124,7 @@ void frmConfig::btCopy_Click()
     if (name.isEmpty())
         return;
     m_dialogs.setBusy(true);
-    guarded([&] {
+    guarded(m_dialogs, this, [&] {
         copyConfiguration(m_state.classDb(), m_state.currentConfig, name);
         RefreshList();
     });
@@ -143,7 +143,7 @@ void frmConfig::btImport_Click()
     m_dialogs.setBusy(true);
     const ImportResult result = importClassFile(m_state.classDb(), name, file);
     if (result.status == ImportResult::Status::Complete)
-        guarded([this] { RefreshList(); });
+        guarded(m_dialogs, this, [this] { RefreshList(); });
     m_dialogs.setBusy(false);
     m_dialogs.message(this, result.status == ImportResult::Status::Complete ? QStringLiteral("Import Complete")
                                                                             : result.message);
@@ -191,7 +191,7 @@ void frmConfig::mnuAbout_Click()
 
 void frmConfig::showReferenceWindow(ReferenceTable table)
 {
-    guarded([&] {
+    guarded(m_dialogs, this, [&] {
         const std::unique_ptr<QWidget> window = createReferenceWindow(table, m_state, m_dialogs, this);
         m_dialogs.showModal(*window);
     });
@@ -203,16 +203,6 @@ bool frmConfig::requireSelection()
         return true;
     m_dialogs.message(this, NothingSelected);
     return false;
-}
-
-void frmConfig::guarded(const std::function<void()>& command)
-{
-    try {
-        command();
-    } catch (const StoreError& error) {
-        m_dialogs.setBusy(false);
-        m_dialogs.message(this, error.message());
-    }
 }
 
 } // namespace tarn

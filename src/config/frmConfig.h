@@ -2,7 +2,6 @@
 
 #include <QMainWindow>
 #include <QStringList>
-#include <functional>
 #include <memory>
 
 namespace Ui
@@ -48,8 +47,6 @@ private:
     void connectHandlers();
     bool requireSelection();
     void showReferenceWindow(ReferenceTable table);
-    // Runs a command; a failure of the store or a file is shown, never lost.
-    void guarded(const std::function<void()>& command);
 
     std::unique_ptr<Ui::frmConfig> ui;
     AppState& m_state;

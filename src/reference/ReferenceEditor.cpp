@@ -2,12 +2,11 @@
 
 #include "ReferenceLayouts.h"
 #include "core/AppState.h"
-#include "store/StoreError.h"
 #include "toolkit/AppIcon.h"
 #include "toolkit/DataControl.h"
 #include "toolkit/Dialogs.h"
+#include "toolkit/Guarded.h"
 
-#include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -67,7 +66,7 @@ void ReferenceEditor::Command1_Click()
 
 void ReferenceEditor::Command2_Click()
 {
-    guarded([this] {
+    guarded(m_dialogs, this, [this] {
         m_data->deleteCurrent();
         m_data->refresh();
     });
@@ -75,20 +74,7 @@ void ReferenceEditor::Command2_Click()
 
 void ReferenceEditor::closeEvent(QCloseEvent* event)
 {
-    // A text its column cannot hold keeps the window open on it, to be corrected.
-    if (m_data->storeChanges())
-        event->accept();
-    else
-        event->ignore();
-}
-
-void ReferenceEditor::guarded(const std::function<void()>& command)
-{
-    try {
-        command();
-    } catch (const StoreError& error) {
-        m_dialogs.message(this, error.message());
-    }
+    m_data->acceptCloseIfStored(*event);
 }
 
 } // namespace tarn

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 #include <utility>
 #include <vector>
 
@@ -49,8 +48,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void guarded(const std::function<void()>& command);
-
     const ReferenceLayout& m_layout;
     AppState& m_state;
     Dialogs& m_dialogs;

@@ -5,6 +5,7 @@
 #include "store/StoreError.h"
 
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -215,6 +216,11 @@ bool DataControl::storeChanges()
         return false;
     clearChanges();
     return true;
+}
+
+void DataControl::acceptCloseIfStored(QCloseEvent& event)
+{
+    event.setAccepted(storeChanges());
 }
 
 void DataControl::deleteCurrent()

@@ -9,6 +9,7 @@
 #include <vector>
 
 class QCheckBox;
+class QCloseEvent;
 class QLabel;
 class QLineEdit;
 class QToolButton;
@@ -64,6 +65,9 @@ public:
     bool addNew();
     // Writes the changed controls to the row now.
     bool storeChanges();
+    // Lets the window close only when its changed controls are stored; a text its
+    // column cannot hold keeps the window open to be corrected.
+    void acceptCloseIfStored(QCloseEvent& event);
     // Removes the current row; a pending new row is dropped and no stored row goes.
     void deleteCurrent();
 
