@@ -96,14 +96,6 @@ private slots:
         QVERIFY(readFile(target()).contains("gunn\xe9r"));
     }
 
-    void noClassLeftGivesTheHeaderLines()
-    {
-        f->control<QPushButton>(QStringLiteral("Command1"))->click();
-        f->control<QPushButton>(QStringLiteral("Command1"))->click();
-        save("mnuSaveUnprotected", target());
-        QCOMPARE(readFile(target()), QByteArray("V3 12\r\nTest Set\r\n"));
-    }
-
     // tarnctl and the workbench share one export: the same bytes and the same rows after it.
     void workbenchAndTarnctlExportAlike()
     {

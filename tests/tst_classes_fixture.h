@@ -16,35 +16,16 @@
 namespace tarn::test
 {
 
-// A reference row: id, name and kd_enabled (a null QVariant is a missing value).
-struct RefRow {
-    qint64 id;
-    QString name;
-    QVariant enabled = 1;
-};
-
 // A fresh data directory, scripted dialogs and the class editor opened on it.
 struct ClassEditorFixture {
     TempData data;
     ScriptedDialogs dialogs;
     std::unique_ptr<frmClasses> editor;
 
-    // Replaces the rows of weapon, grenade, item or special.
-    void setReference(const QString& table, const std::vector<RefRow>& rows)
+    void setReference(const QString& table, const QList<RefRow>& rows) { setReferenceRows(data.refDb(), table, rows); }
+    void addClass(const QString& config, int number, const QVariantMap& columns = {})
     {
-        const QString prefix = table.left(1);
-        data.refDb().exec(QStringLiteral("delete from %1").arg(table));
-        Statement insert = data.refDb().prepare(
-            QStringLiteral("insert into %1 (%2_id, %2_name, kd_enabled) values (?, ?, ?)").arg(table, prefix));
-        for (const RefRow& row : rows)
-            insert.run({row.id, row.name, row.enabled});
-    }
-
-    void addClass(const QString& config, int number, QVariantMap columns = {})
-    {
-        columns.insert(QStringLiteral("package_name"), config);
-        columns.insert(QStringLiteral("class_num"), number);
-        insertRow(data.classDb(), QStringLiteral("classdef"), columns);
+        insertClass(data.classDb(), config, number, columns);
     }
 
     // A new configuration holding classes of the given numbers.

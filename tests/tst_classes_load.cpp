@@ -65,29 +65,39 @@ private slots:
     }
 
     // The k-th row by id fills box k-1; a box no row fills is hidden, and keeps its column.
+    // A row not enabled (0 or 2; a missing value counts as 1) greys its box, which keeps its tick.
     void boxesFollowTheReferenceRows_data()
     {
         QTest::addColumn<QString>("table");
         QTest::addColumn<int>("rows");
-        for (int rows : {3, 8, 9})
-            QTest::addRow("%d items", rows) << "item" << rows;
-        for (int rows : {5, 21, 22})
-            QTest::addRow("%d specials", rows) << "special" << rows;
+        QTest::addColumn<QVariant>("secondEnabled");
+        QTest::addColumn<bool>("offered");
+        QTest::newRow("3 items") << "item" << 3 << QVariant(1) << true;
+        QTest::newRow("8 items, the second unset") << "item" << 8 << QVariant() << true;
+        QTest::newRow("9 items, the second off") << "item" << 9 << QVariant(0) << false;
+        QTest::newRow("5 specials, the second 2") << "special" << 5 << QVariant(2) << false;
+        QTest::newRow("21 specials") << "special" << 21 << QVariant(1) << true;
+        QTest::newRow("22 specials, the second off") << "special" << 22 << QVariant(0) << false;
     }
     void boxesFollowTheReferenceRows()
     {
         QFETCH(QString, table);
         QFETCH(int, rows);
+        QFETCH(QVariant, secondEnabled);
+        QFETCH(bool, offered);
         const int boxes = table == "item" ? 8 : 21;
         const QString boxName = table == "item" ? "Check1_" : "special_";
-        std::vector<RefRow> refRows;
+        QList<RefRow> refRows;
         for (int k = rows - 1; k >= 0; --k) // stored out of order
-            refRows.push_back({qint64(1) << k, table + QString::number(k + 1)});
+            refRows.append({qint64(1) << k, table + QString::number(k + 1), k == 1 ? secondEnabled : QVariant(1)});
         f->setReference(table, refRows);
         f->addConfig(Config);
         const QString lastColumn = table.left(1) + QString::number(boxes);
-        f->addClass(Config, 1, {{lastColumn, 1}});
+        f->addClass(Config, 1, {{lastColumn, 1}, {table.left(1) + "2", 1}});
+        f->addClass(Config, 2);
         f->open(Config);
+        QVERIFY(f->nav().moveNext()); // greyed stays greyed from row to row
+        QVERIFY(f->nav().moveFirst());
         for (int i = 0; i < boxes; ++i) {
             QCheckBox* box = f->control<QCheckBox>(boxName + QString::number(i));
             const bool filled = i < rows;
@@ -95,40 +105,13 @@ private slots:
             QCOMPARE(box->property("Tag").toString(), filled ? QString::number(qint64(1) << i) : QStringLiteral("0"));
             if (filled)
                 QCOMPARE(box->text(), table + QString::number(i + 1));
+            QCOMPARE(box->isEnabled(), i != 1 || offered);
         }
+        QVERIFY(f->control<QCheckBox>(boxName + "1")->isChecked());
         QVERIFY(f->control<QCheckBox>(boxName + QString::number(boxes - 1))->isChecked());
         f->type(QStringLiteral("fldClassName"), QStringLiteral("renamed"));
         QVERIFY(f->editor->close());
         QCOMPARE(f->column(Config, 1, lastColumn).toInt(), 1);
-    }
-
-    void anItemNotEnabledIsGreyedAndKeepsItsTick_data()
-    {
-        QTest::addColumn<QVariant>("enabled");
-        QTest::addColumn<bool>("offered");
-        QTest::newRow("1") << QVariant(1) << true;
-        QTest::newRow("missing") << QVariant() << true;
-        QTest::newRow("0") << QVariant(0) << false;
-        QTest::newRow("2") << QVariant(2) << false;
-    }
-    void anItemNotEnabledIsGreyedAndKeepsItsTick()
-    {
-        QFETCH(QVariant, enabled);
-        QFETCH(bool, offered);
-        f->setReference("item", {{1, "first"}, {2, "second", enabled}});
-        f->setReference("special", {{1, "first"}, {2, "second", enabled}});
-        f->addConfig(Config);
-        f->addClass(Config, 1, {{"i2", 1}, {"s2", 1}});
-        f->addClass(Config, 2);
-        f->open(Config);
-        QVERIFY(f->nav().moveNext()); // greyed stays greyed from row to row
-        QVERIFY(f->nav().moveFirst());
-        for (const QString name : {"Check1_1", "special_1"}) {
-            QCheckBox* box = f->control<QCheckBox>(name);
-            QCOMPARE(box->isEnabled(), offered);
-            QVERIFY(box->isChecked());
-            QVERIFY(f->control<QCheckBox>(name.chopped(1) + "0")->isEnabled());
-        }
     }
 
     // The pickers offer the enabled rows in id order: 0, 3, 3, 7. An id the list lacks, a

@@ -80,23 +80,6 @@ class TestClassfile : public QObject
         QCOMPARE(packageRows("New"), 0);
     }
 
-    void insertClass(const QString& config, int classNum, QVariantMap columns)
-    {
-        columns.insert(QStringLiteral("package_name"), config);
-        columns.insert(QStringLiteral("class_num"), classNum);
-        insertRow(db(), QStringLiteral("classdef"), columns);
-    }
-
-    // Replaces the rows of item or special with the given (id, kd_enabled) pairs.
-    void setBoxes(const QString& table, const QList<QVariantList>& rows)
-    {
-        m_data->refDb().exec(QStringLiteral("delete from %1").arg(table));
-        Statement insert = m_data->refDb().prepare(
-            QStringLiteral("insert into %1 (%2_id, %2_name, kd_enabled) values (?, 'x', ?)").arg(table, table.left(1)));
-        for (const QVariantList& row : rows)
-            insert.run(row);
-    }
-
     std::optional<QString> exportTo(const QString& path, const QString& config, bool protect, const QString& modId)
     {
         return exportConfigurationToFile(db(), m_data->refDb(), config, modId, protect, path);
@@ -188,7 +171,7 @@ private slots:
 
     void oneClassGivesNineLines()
     {
-        insertClass("One", 1, {{"class_name", "Solo Act"}, {"w1", 7}, {"i9", 1}});
+        insertClass(db(), "One", 1, {{"class_name", "Solo Act"}, {"w1", 7}, {"i9", 1}});
         const QByteArrayList lines = exportedLines("One");
         QCOMPARE(lines.size(), 9);
         QCOMPARE(lines[2], QByteArray());
@@ -203,10 +186,10 @@ private slots:
     // row behind it does not.
     void onlyBoxesWithARowCount()
     {
-        setBoxes("item", {{1, 1}, {2, 0}, {4, QVariant()}});
-        setBoxes("special", {{1 << 30, 1}, {1 << 30, 1}, {-8, 1}}); // id order: -8, 2^30, 2^30
-        insertClass("Boxes", 1, {{"i2", 1}, {"i3", 1}, {"i5", 1}, {"i9", 1}, {"s2", 1}, {"s3", 1}, {"s4", 1}});
-        insertClass("Boxes", 2, {{"s1", 1}, {"i1", 0}});
+        setReferenceRows(m_data->refDb(), "item", {{1, "x", 1}, {2, "x", 0}, {4, "x", QVariant()}});
+        setReferenceRows(m_data->refDb(), "special", {{1 << 30, "x"}, {1 << 30, "x"}, {-8, "x"}}); // -8, 2^30, 2^30
+        insertClass(db(), "Boxes", 1, {{"i2", 1}, {"i3", 1}, {"i5", 1}, {"i9", 1}, {"s2", 1}, {"s3", 1}, {"s4", 1}});
+        insertClass(db(), "Boxes", 2, {{"s1", 1}, {"i1", 0}});
         const QByteArrayList lines = exportedLines("Boxes");
         QCOMPARE(lines[7], "   -2147483648  6");
         QCOMPARE(lines[14], "   -8  0");
@@ -217,8 +200,8 @@ private slots:
     {
         const QString sly = QStringLiteral("x' OR '1'='1");
         for (int num : {5, 1, 3})
-            insertClass(sly, num, {{"class_name", QString::number(num)}});
-        insertClass("Other", 2, {{"class_name", "other"}});
+            insertClass(db(), sly, num, {{"class_name", QString::number(num)}});
+        insertClass(db(), "Other", 2, {{"class_name", "other"}});
         const QByteArrayList lines = exportedLines(sly);
         QCOMPARE(lines.size(), 23);
         QCOMPARE(lines[1], sly.toLatin1());
@@ -229,7 +212,7 @@ private slots:
     void slotsTakeTheTrackedIdAndKeepIt()
     {
         m_data->refDb().exec("update weapon set kd_enabled = 0 where w_id = 5");
-        insertClass("Track", 1, {{"w2", 4}, {"w5", 5}, {"g1", 99}, {"g2", 3}});
+        insertClass(db(), "Track", 1, {{"w2", 4}, {"w5", 5}, {"g1", 99}, {"g2", 3}});
         QCOMPARE(exportedLines("Track")[5], "1 4 0 0 0 0 0 0 0 0");
         QCOMPARE(exportedLines("Track")[6], "0 3 0");
         QCOMPARE(slotsOf("Track", 1), "4|0|0|3");
@@ -238,7 +221,7 @@ private slots:
     void emptyPickerLeavesSlotsAsStored()
     {
         m_data->refDb().exec("update grenade set kd_enabled = 0");
-        insertClass("NoGrenades", 1, {{"g1", 9}});
+        insertClass(db(), "NoGrenades", 1, {{"g1", 9}});
         QCOMPARE(exportedLines("NoGrenades")[6], "9  ");
         QCOMPARE(slotsOf("NoGrenades", 1), "0|0|9|<null>");
     }
@@ -277,7 +260,7 @@ private slots:
         QFETCH(QString, modId);
         QFETCH(QString, model);
         QFETCH(QString, message);
-        insertClass("C", 1, {{"class_name", "Gunner"}, {"model_name", model}});
+        insertClass(db(), "C", 1, {{"class_name", "Gunner"}, {"model_name", model}});
         const QString path = m_data->path("out.class");
         QVERIFY(writeFile(path, "old content"));
         QCOMPARE(exportTo(path, "C", protect, modId), message);
@@ -431,16 +414,6 @@ private slots:
         QCOMPARE(classes(sly, "class_name, class_num"),
                  (QStringList{"Light Scout|1", "Gunner|2", "Light Scout|1", "Gunner|2"}));
         QCOMPARE(classCount(db(), "Example"), 2);
-    }
-
-    void fromFile()
-    {
-        QCOMPARE(importClassFile(db(), "New", testDataPath("test_set_protected.class")).classes, 2);
-        const QString missing = m_data->path("nowhere.class");
-        const ImportResult result = importClassFile(db(), "Lost", missing);
-        QCOMPARE(result.status, Status::Failed);
-        QVERIFY2(result.message.startsWith("Cannot open " + missing + ": "), qPrintable(result.message));
-        QCOMPARE(packageRows("Lost"), 0);
     }
 
     void checkListsEveryProblem()

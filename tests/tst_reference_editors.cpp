@@ -225,12 +225,6 @@ private slots:
         QCOMPARE(bits::bitNumberOfId(id), bit < 0 ? std::nullopt : std::optional<int>(bit));
     }
 
-    void powersOfTwoShowTheirExponent()
-    {
-        for (int k = 0; k <= 30; ++k)
-            QCOMPARE(bits::halvingCount(qint32(1) << k), k);
-    }
-
     void calculatorArithmetic_data()
     {
         QTest::addColumn<QString>("typed");

@@ -54,11 +54,10 @@ inline ReferenceTable fetchWindow()
 // and named "Row <id>".
 inline void resetRows(Database& db, const TableInfo& t, const QList<qint64>& ids)
 {
-    db.exec(QStringLiteral("delete from %1").arg(t.table));
-    Statement insert =
-        db.prepare(QStringLiteral("insert into %1 (%2, %3, kd_enabled) values (?, ?, 1)").arg(t.table, t.id, t.name));
+    QList<RefRow> rows;
     for (qint64 id : ids)
-        insert.run({id, QStringLiteral("Row %1").arg(id)});
+        rows.append({id, QStringLiteral("Row %1").arg(id)});
+    setReferenceRows(db, t.table, rows);
 }
 
 // One reference window, open on a fresh data directory, driven as the author would.

@@ -1,4 +1,3 @@
-#include "store/Configurations.h"
 #include "store/Database.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
@@ -96,31 +95,6 @@ private slots:
         rs.deleteCurrent();
         rs.moveLast();
         QVERIFY(rs.isEmpty() && !rs.hasCurrent());
-    }
-
-    void boundParametersCarryAnyName_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("apostrophe") << QStringLiteral("Bob's mod");
-        QTest::newRow("statement text") << QStringLiteral("x' OR '1'='1");
-    }
-    void boundParametersCarryAnyName()
-    {
-        QFETCH(QString, name);
-        QFile::remove(m_dir.filePath("dat.db"));
-        Database db(m_dir.filePath("dat.db"), Database::Open::CreateNew);
-        schema::create(db, schema::dataTables());
-        addConfiguration(db, QStringLiteral("other"));
-        db.exec(QStringLiteral("insert into classdef (package_name, class_num) values ('other', 1)"));
-        addConfiguration(db, name);
-        db.prepare(QStringLiteral("insert into classdef (package_name, class_num) values (?, 1)")).run({name});
-        Recordset rs(db, QStringLiteral("select * from classdef where package_name = ?"), {name});
-        QCOMPARE(rs.recordCount(), 1);
-        QCOMPARE(rs.value("package_name").toString(), name);
-        QVERIFY(rs.value("s21").isNull() && rs.value("w2").isNull()); // columns not given are missing
-        deleteConfiguration(db, name);
-        QCOMPARE(listConfigurations(db), QStringList{"other"});
-        QCOMPARE(db.scalar(QStringLiteral("select count(*) from classdef")).toInt(), 1);
     }
 
     void storeRefusesWhatAColumnCannotHold_data()

@@ -57,6 +57,22 @@ void insertRow(Database& db, const QString& table, const QVariantMap& columns)
         .run(columns.values());
 }
 
+void insertClass(Database& classDb, const QString& config, int number, QVariantMap columns)
+{
+    columns.insert(QStringLiteral("package_name"), config);
+    columns.insert(QStringLiteral("class_num"), number);
+    insertRow(classDb, QStringLiteral("classdef"), columns);
+}
+
+void setReferenceRows(Database& refDb, const QString& table, const QList<RefRow>& rows)
+{
+    refDb.exec(QStringLiteral("delete from %1").arg(table));
+    for (const RefRow& row : rows) {
+        const QString prefix = table.left(1);
+        insertRow(refDb, table, {{prefix + "_id", row.id}, {prefix + "_name", row.name}, {"kd_enabled", row.enabled}});
+    }
+}
+
 QByteArray classFile(const QByteArrayList& lines, const QByteArray& lineEnd)
 {
     return lines.join(lineEnd) + lineEnd;

@@ -33,6 +33,16 @@ QStringList rowsOf(Database& db, const QString& sql, const QVariantList& params 
 int classCount(Database& classDb, const QString& config);
 // Inserts one row of the given column values.
 void insertRow(Database& db, const QString& table, const QVariantMap& columns);
+void insertClass(Database& classDb, const QString& config, int number, QVariantMap columns = {});
+
+// A reference row: id, name and kd_enabled (a null QVariant is a missing value).
+struct RefRow {
+    qint64 id;
+    QString name;
+    QVariant enabled = 1;
+};
+// Replaces the rows of weapon, grenade, item or special, stored in the given order.
+void setReferenceRows(Database& refDb, const QString& table, const QList<RefRow>& rows);
 
 // The first two lines of a class file.
 inline const QByteArrayList ClassFileHeader{"V3 0", "x"};
