@@ -23,20 +23,32 @@ class TestReferenceEditors : public QObject
     Q_OBJECT
 
 private slots:
-    void opensOnLowestIdAndMovesInIdOrder_data() { allWindows(); }
-    void opensOnLowestIdAndMovesInIdOrder()
+    // The window opens on the lowest id and moves in id order, stopping at the ends.
+    // Delete lands on the lowest id; on a new row not yet stored it stores nothing.
+    void movesInIdOrderAndDeletes_data() { allWindows(); }
+    void movesInIdOrderAndDeletes()
     {
         ReferenceFixture f;
-        f.open(fetchWindow(), {{16, 2, 8}});
-        QCOMPARE(f.text("Text1"), QStringLiteral("2"));
-        QCOMPARE(f.text("Text2"), QStringLiteral("Row 2"));
+        f.open(fetchWindow(), {{16, 2, 8, 4}});
+        QCOMPARE(f.text("Text1") + u'|' + f.text("Text2"), QStringLiteral("2|Row 2"));
         const QList<std::pair<QString, QString>> moves{
-            {"Next record", "8"},     {"Next record", "16"},    {"Next record", "16"}, {"Previous record", "8"},
-            {"Previous record", "2"}, {"Previous record", "2"}, {"Last record", "16"}, {"First record", "2"}};
+            {"Next record", "4"},     {"Next record", "8"},     {"Next record", "16"},    {"Next record", "16"},
+            {"Previous record", "8"}, {"Previous record", "4"}, {"Previous record", "2"}, {"Previous record", "2"},
+            {"Last record", "16"},    {"First record", "2"},    {"Next record", "4"}};
         for (const auto& [button, id] : moves) {
             f.navigate(button);
             QCOMPARE(f.text("Text1"), id);
         }
+        f.click("Command2");
+        QCOMPARE(f.ids(), QList<qint64>({2, 8, 16}));
+        QCOMPARE(f.text("Text1"), QStringLiteral("2"));
+        f.navigate(QStringLiteral("Last record"));
+        QCOMPARE(f.text("Text1"), QStringLiteral("16"));
+        f.click("Command1");
+        f.type("Text1", QStringLiteral("32"));
+        f.click("Command2");
+        QCOMPARE(f.text("Text1"), QStringLiteral("2"));
+        QVERIFY(f.window->close());
         QCOMPARE(f.ids(), QList<qint64>({2, 8, 16}));
         QVERIFY(f.dialogs.messages.isEmpty());
     }
@@ -80,28 +92,6 @@ private slots:
             (QStringList{"1|Renamed|<null>", "2|Row 2|1", "2|Mine's new|0"}));
         f.open(fetchWindow());
         QCOMPARE(f.navigator().recordCount(), 3);
-        QVERIFY(f.dialogs.messages.isEmpty());
-    }
-
-    // Delete lands on the lowest id; on a new row not yet stored it stores nothing.
-    void deleteLandsOnTheLowestId_data() { allWindows(); }
-    void deleteLandsOnTheLowestId()
-    {
-        ReferenceFixture f;
-        f.open(fetchWindow(), {{1, 2, 4, 8}});
-        f.navigate(QStringLiteral("Last record"));
-        f.navigate(QStringLiteral("Previous record"));
-        f.click("Command2");
-        QCOMPARE(f.ids(), QList<qint64>({1, 2, 8}));
-        QCOMPARE(f.text("Text1"), QStringLiteral("1"));
-        f.navigate(QStringLiteral("Last record"));
-        QCOMPARE(f.text("Text1"), QStringLiteral("8"));
-        f.click("Command1");
-        f.type("Text1", QStringLiteral("16"));
-        f.click("Command2");
-        QCOMPARE(f.text("Text1"), QStringLiteral("1"));
-        QVERIFY(f.window->close());
-        QCOMPARE(f.ids(), QList<qint64>({1, 2, 8}));
         QVERIFY(f.dialogs.messages.isEmpty());
     }
 
@@ -163,9 +153,7 @@ private slots:
         QVERIFY2(f.dialogs.messages[0].startsWith(field + " cannot be \"" + typed + "\": it must be "),
                  qPrintable(f.dialogs.messages[0]));
         QCOMPARE(f.text(name), typed);
-        QCOMPARE(f.text("Text2"), QStringLiteral("Kept"));
         QVERIFY(!f.window->close());
-        QVERIFY(f.window->isVisible());
         QCOMPARE(f.dialogs.messages.size(), 2);
         QCOMPARE(f.stored(f.t.name, 1), QStringLiteral("Row 1"));
         // Corrected, the same row is stored whole, and nothing else was touched.
@@ -200,9 +188,6 @@ private slots:
             seen << shown.objectName() << shown.windowTitle() << navigator->objectName() << navigator->caption()
                  << plain(shown.findChild<QLabel*>(QStringLiteral("Label1"))->text());
             QVERIFY(shown.isWindow() && shown.isVisible());
-            // The starting rows begin at id 0 for the armoury and at bit 0 for the others.
-            const QString lowest = shown.findChild<QLineEdit*>(QStringLiteral("Text1"))->text();
-            QVERIFY2(lowest == QLatin1String("0") || lowest == QLatin1String("1"), qPrintable(lowest));
         };
         main.findChild<QAction*>(action)->trigger();
         QCOMPARE(seen.join(u'|'), expected);
