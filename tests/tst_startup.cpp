@@ -55,15 +55,6 @@ private slots:
         QCOMPARE(readModId(ini), QStringLiteral("12"));
     }
 
-    void unwritableModIdSaysWhy()
-    {
-        QTemporaryDir dir;
-        QVERIFY(writeFile(dir.filePath("blocker"), "x"));
-        const auto error = writeModId(dir.filePath("blocker/tarn.ini"), QStringLiteral("5"));
-        QVERIFY(error && error->contains(QStringLiteral("tarn.ini")));
-        QCOMPARE(readFile(dir.filePath("blocker")), QByteArray("x"));
-    }
-
     void dataDirectoryIsChosenInOrder()
     {
         QTemporaryDir portable;
