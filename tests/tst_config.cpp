@@ -1,17 +1,56 @@
 #include "classfile/Protection.h"
+#include "config/frmConfig.h"
 #include "core/ModId.h"
-#include "tst_config_fixture.h"
+#include "store/Configurations.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TestSupport.h"
 
+#include <QAction>
 #include <QFile>
 #include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
 
 using namespace tarn;
 using namespace tarn::test;
 
 namespace
 {
+
+// The main window on a fresh data directory holding "Example" and the given configurations.
+struct ConfigWindowFixture {
+    TempData data;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<frmConfig> window;
+
+    explicit ConfigWindowFixture(const QStringList& configs)
+    {
+        for (const QString& name : configs)
+            addConfiguration(data.classDb(), name);
+        reopen();
+    }
+    void reopen()
+    {
+        window = std::make_unique<frmConfig>(*data.state, dialogs);
+        window->show();
+    }
+    QListWidget* list() const { return window->findChild<QListWidget*>("classlist"); }
+    void click(const char* button) const { QTest::mouseClick(window->findChild<QPushButton*>(button), Qt::LeftButton); }
+    void trigger(const char* action) const { window->findChild<QAction*>(action)->trigger(); }
+    // Clicks a name in the list, as the author does.
+    void select(const QString& name) const
+    {
+        const int row = int(window->configNames().indexOf(name));
+        QVERIFY(row >= 0);
+        QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, list()->visualItemRect(list()->item(row)).center());
+        QCOMPARE(data.state->currentConfig, name);
+    }
+};
+
 const QString NothingSelected = QStringLiteral("You must select a class configuration");
 const QStringList Listed{"Example", "Mike", "alpha", "zulu"}; // the store's order
+
 } // namespace
 
 class ConfigWindowTest : public QObject
@@ -27,6 +66,18 @@ class ConfigWindowTest : public QObject
             f->dialogs.fileAnswers << file;
         f->click("btImport");
     }
+    void copyExample(const QString& answer)
+    {
+        f->select(QStringLiteral("Example"));
+        f->dialogs.inputAnswers << answer;
+        f->click("btCopy");
+    }
+    QStringList everything()
+    {
+        return rowsOf(f->data.classDb(), "select * from package order by rowid") +
+               rowsOf(f->data.classDb(), "select * from classdef order by rowid");
+    }
+
 private slots:
     void init() { f = std::make_unique<ConfigWindowFixture>(QStringList{"zulu", "alpha", "Mike"}); }
     void cleanup() { f.reset(); }
@@ -176,6 +227,48 @@ private slots:
         QCOMPARE(f->dialogs.modalWindows, QStringList{"frmAbout"});
         QCOMPARE(title, QStringLiteral("About MyApp"));
         QVERIFY(description.startsWith(QStringLiteral("The Tarn Workbench is a tool")));
+    }
+
+    // Make Copy: Cancel changes nothing; a copy is listed, and nothing is selected afterwards.
+    void copyFromTheWindow()
+    {
+        const QStringList before = everything();
+        copyExample(QString()); // Cancel and OK on an empty box answer alike
+        QCOMPARE(everything(), before);
+        QCOMPARE(f->list()->currentItem()->text(), QStringLiteral("Example"));
+        QCOMPARE(f->dialogs.busyChanges, 0);
+
+        copyExample(QStringLiteral("Kilo"));
+        QCOMPARE(f->dialogs.prompts, QStringList(2, "Copy Config|Enter the name of the config you wish to copy to"));
+        QCOMPARE(f->window->configNames(), (QStringList{"Example", "Kilo", "Mike", "alpha", "zulu"}));
+        QCOMPARE(f->list()->item(1)->text(), QStringLiteral("Kilo"));
+        QVERIFY(f->list()->selectedItems().isEmpty());
+        QVERIFY(f->data.state->currentConfig.isEmpty());
+        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Kilo")), 2);
+        QVERIFY(!f->dialogs.busy);
+        QCOMPARE(f->dialogs.busyChanges, 2);
+        QVERIFY(f->dialogs.messages.isEmpty());
+    }
+
+    void copyIntoANameInUseIsToldAndTheSelectionStays_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("another configuration") << "alpha";
+        QTest::newRow("the source itself") << "Example";
+    }
+    void copyIntoANameInUseIsToldAndTheSelectionStays()
+    {
+        QFETCH(QString, name);
+        const QStringList before = everything();
+        copyExample(name);
+        QCOMPARE(f->dialogs.messages,
+                 QStringList{
+                     QStringLiteral("There is already a configuration named \"%1\". The copy needs a name of its own.")
+                         .arg(name)});
+        QCOMPARE(everything(), before);
+        QVERIFY(!f->dialogs.busy);
+        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
+        QCOMPARE(f->window->configNames(), Listed);
     }
 
     void importsAsANewConfigurationAndSaysSo()

@@ -1,6 +1,9 @@
+#include "store/Configurations.h"
 #include "store/Database.h"
 #include "store/Schema.h"
-#include "tst_config_fixture.h"
+#include "support/TestSupport.h"
+
+#include <QTest>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -46,40 +49,22 @@ QStringList classesOf(Database& db, const QString& config)
                   {config});
 }
 
-QStringList everything(Database& db)
-{
-    return rowsOf(db, "select * from package order by rowid") + rowsOf(db, "select * from classdef order by rowid");
-}
-
 } // namespace
 
+// Make Copy's one statement; the window's side is tested with the main window.
 class TestCopy : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<ConfigWindowFixture> f;
-
-    void copyMike(const QString& answer)
-    {
-        f->select(QStringLiteral("Mike"));
-        f->dialogs.inputAnswers << answer;
-        f->click("btCopy");
-    }
-
 private slots:
-    void init()
-    {
-        f = std::make_unique<ConfigWindowFixture>(QStringList{"zulu", "Mike", "alpha"});
-        addClasses(f->data.classDb(), QStringLiteral("Mike"), {2, 5});
-    }
-    void cleanup() { f.reset(); }
-
     // Names with quotes reach the store as typed; a source without classes gives an empty copy.
     void copiesEveryColumnOfEveryClass()
     {
         const QString source = QStringLiteral("O'Neil's");
         const QString copy = QStringLiteral("x' OR '1'='1");
-        Database& db = f->data.classDb();
+        TempData data;
+        Database& db = data.classDb();
+        addConfiguration(db, QStringLiteral("alpha"));
         addConfiguration(db, source);
         addClasses(db, source, {7, 1, 3}); // gaps, and stored out of number order
         copyConfiguration(db, QStringLiteral("alpha"), QStringLiteral("alpha too")); // a source without classes
@@ -103,51 +88,7 @@ private slots:
         QCOMPARE(classesAfter.mid(0, classesBefore.size()), classesBefore);
         QCOMPARE(classesAfter.size(), classesBefore.size() + 3);
     }
-
-    // Cancel changes nothing; a copy is listed, and nothing is selected afterwards.
-    void copyFromTheWindow()
-    {
-        const QStringList before = everything(f->data.classDb());
-        copyMike(QString()); // Cancel and OK on an empty box answer alike
-        QCOMPARE(everything(f->data.classDb()), before);
-        QCOMPARE(f->list()->currentItem()->text(), QStringLiteral("Mike"));
-        QCOMPARE(f->dialogs.busyChanges, 0);
-
-        copyMike(QStringLiteral("Kilo"));
-        QCOMPARE(f->dialogs.prompts, QStringList(2, "Copy Config|Enter the name of the config you wish to copy to"));
-        QCOMPARE(f->window->configNames(), (QStringList{"Example", "Kilo", "Mike", "alpha", "zulu"}));
-        QCOMPARE(f->list()->item(1)->text(), QStringLiteral("Kilo"));
-        QVERIFY(f->list()->selectedItems().isEmpty());
-        QVERIFY(f->data.state->currentConfig.isEmpty());
-        QCOMPARE(classesOf(f->data.classDb(), QStringLiteral("Kilo")), classesOf(f->data.classDb(), "Mike"));
-        QVERIFY(!f->dialogs.busy);
-        QCOMPARE(f->dialogs.busyChanges, 2);
-        QVERIFY(f->dialogs.messages.isEmpty());
-        f->click("btCopy"); // nothing is selected any more
-        QCOMPARE(f->dialogs.messages, QStringList{"You must select a class configuration"});
-    }
-
-    void nameInUseIsToldAndTheSelectionStays_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("another configuration") << "alpha";
-        QTest::newRow("the source itself") << "Mike";
-    }
-    void nameInUseIsToldAndTheSelectionStays()
-    {
-        QFETCH(QString, name);
-        const QStringList before = everything(f->data.classDb());
-        copyMike(name);
-        QCOMPARE(f->dialogs.messages,
-                 QStringList{
-                     QStringLiteral("There is already a configuration named \"%1\". The copy needs a name of its own.")
-                         .arg(name)});
-        QCOMPARE(everything(f->data.classDb()), before);
-        QVERIFY(!f->dialogs.busy);
-        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Mike"));
-        QCOMPARE(f->window->configNames().count(name), 1);
-    }
 };
 
-QTEST_MAIN(TestCopy)
+QTEST_GUILESS_MAIN(TestCopy)
 #include "tst_copy.moc"
