@@ -2,24 +2,52 @@
 #include "store/Recordset.h"
 #include "store/Schema.h"
 #include "store/StoreError.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TestSupport.h"
+#include "toolkit/DataControl.h"
 
+#include <QCheckBox>
 #include <QFile>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace tarn;
+using namespace tarn::test;
 
+// A small form over the item table: id and name boxes, and a check box on kd_enabled.
+// Navigation, delete and greying are tested through the real windows.
+struct ItemForm {
+    QWidget window;
+    QLineEdit* id = new QLineEdit(&window);
+    QLineEdit* name = new QLineEdit(&window);
+    QCheckBox* enabled = new QCheckBox(&window);
+    DataControl* control = new DataControl(&window);
+
+    ItemForm(Database& db, Dialogs& dialogs)
+    {
+        control->setDialogs(dialogs);
+        control->bindText(id, QStringLiteral("i_id"), QStringLiteral("Item ID"));
+        control->bindText(name, QStringLiteral("i_name"), QStringLiteral("Items Name"));
+        control->bindCheck(enabled, QStringLiteral("kd_enabled"), QStringLiteral("Enabled"));
+        control->open(db, QStringLiteral("select * from item order by i_id"));
+    }
+};
+
+// The dynaset, the store's own refusals, and the data control bound to a dynaset.
 class StoreTest : public QObject
 {
     Q_OBJECT
 
     QTemporaryDir m_dir;
     std::unique_ptr<Database> m_db;
+    ScriptedDialogs m_dialogs;
 
     void addWeapon(int id, const QString& name)
     {
         m_db->prepare(QStringLiteral("insert into weapon (w_id, w_name, kd_enabled) values (?, ?, 1)")).run({id, name});
     }
+    static QString stored(TempData& data, const QString& sql) { return rowsOf(data.refDb(), sql).value(0); }
     QStringList names(Recordset& rs)
     {
         QStringList seen;
@@ -31,6 +59,7 @@ class StoreTest : public QObject
 private slots:
     void init()
     {
+        m_dialogs = {};
         QFile::remove(m_dir.filePath("ref.db"));
         m_db = std::make_unique<Database>(m_dir.filePath("ref.db"), Database::Open::CreateNew);
         schema::create(*m_db, schema::referenceTables());
@@ -137,7 +166,57 @@ private slots:
         if (accepted)
             QCOMPARE(*result, value);
     }
+
+    // An untouched check box leaves a missing value missing; an untouched new row stores nothing.
+    void storesOnlyChangedControls()
+    {
+        TempData data;
+        data.refDb().exec(QStringLiteral("update item set kd_enabled = null where i_id = 1"));
+        ItemForm form(data.refDb(), m_dialogs);
+        const QString count = QStringLiteral("select count(*) from item");
+        const QString before = stored(data, count);
+        form.name->setText(QStringLiteral("Renamed by code"));
+        QCOMPARE(stored(data, "select i_name from item where i_id = 1"), QStringLiteral("Power Screen"));
+        QVERIFY(form.control->addNew());
+        QCOMPARE(stored(data, "select i_name, kd_enabled from item where i_id = 1"),
+                 QStringLiteral("Renamed by code|<null>"));
+        QVERIFY(form.id->text().isEmpty());
+        QVERIFY(form.control->moveFirst());
+        QCOMPARE(stored(data, count), before);
+    }
+
+    void refusedTextIsNamedAndStaysInItsBox()
+    {
+        TempData data;
+        ItemForm form(data.refDb(), m_dialogs);
+        form.id->setFocus();
+        form.id->selectAll();
+        QTest::keyClicks(form.id, QStringLiteral("4294967296"));
+        QVERIFY(!form.control->moveNext());
+        QCOMPARE(m_dialogs.messages, QStringList{"Item ID cannot be \"4294967296\": it must be a whole number from "
+                                                 "-2147483648 to 2147483647."});
+        QCOMPARE(form.id->text(), QStringLiteral("4294967296"));
+        QCOMPARE(stored(data, "select count(*) from item where i_id = 1"), QStringLiteral("1"));
+        form.id->setText(QStringLiteral("512"));
+        QVERIFY(form.control->moveNext());
+        QCOMPARE(stored(data, "select i_name from item where i_id = 512"), QStringLiteral("Power Screen"));
+    }
+
+    void storeRefusalIsShownAndTheRowKept()
+    {
+        TempData data;
+        ItemForm form(data.refDb(), m_dialogs);
+        data.refDb().exec(QStringLiteral("create trigger refuse before update on item "
+                                         "begin select raise(abort, 'item is locked'); end"));
+        form.name->setText(QStringLiteral("Changed"));
+        QVERIFY(!form.control->moveNext());
+        QCOMPARE(m_dialogs.messages.size(), 1);
+        QVERIFY2(m_dialogs.messages[0].startsWith(QStringLiteral("The row could not be stored: ")) &&
+                     m_dialogs.messages[0].contains(QStringLiteral("item is locked")),
+                 qPrintable(m_dialogs.messages[0]));
+        QCOMPARE(form.name->text(), QStringLiteral("Changed"));
+    }
 };
 
-QTEST_GUILESS_MAIN(StoreTest)
+QTEST_MAIN(StoreTest)
 #include "tst_store.moc"
