@@ -114,6 +114,19 @@ private slots:
         QVERIFY2(outcome.err.contains(said.toUtf8()), outcome.err.constData());
     }
 
+    void protectedExportOfAnUncarriableTextLeavesTheTarget()
+    {
+        Database(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing)
+            .exec(QStringLiteral("update classdef set model_name = 'gunnér' where class_name = 'Gunner'"));
+        QVERIFY(writeFile(file("old.class"), "old content"));
+        const Outcome outcome = tarnctl({"export", "Test Set", file("old.class")});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY2(outcome.err.contains("Gunner"), outcome.err.constData());
+        QCOMPARE(readFile(file("old.class")), QByteArray("old content"));
+        QCOMPARE(tarnctl({"export", "Test Set", file("old.class"), "--unprotected"}).status, 0);
+        QVERIFY(readFile(file("old.class")).contains("gunn\xe9r"));
+    }
+
     void badRecordIsReportedAndNoConfigurationMade()
     {
         QVERIFY(writeFile(file("bad.class"), classFile(ClassFileHeader + classRecord("A]") + QByteArrayList{"stray"} +
