@@ -29,7 +29,6 @@ int withStores(const Invocation& call, Console& console, const std::function<int
 {
     try {
         const std::unique_ptr<AppState> state = AppState::open(call.dataDirectory);
-        state->modId = readModId(state->settingsPath());
         return command(*state);
     } catch (const StoreError& error) {
         return refuse(console, error.message());
@@ -92,8 +91,9 @@ int exportCommand(const Invocation& call, Console& console)
         const QString& name = call.arguments[0];
         if (const auto refused = requireConfiguration(state, name, console))
             return *refused;
-        const auto error = exportConfigurationToFile(state.classDb(), state.refDb(), name, state.modId,
-                                                     !call.unprotected, call.arguments[1]);
+        const auto error =
+            exportConfigurationToFile(state.classDb(), state.refDb(), name, readModId(state.settingsPath()),
+                                      !call.unprotected, call.arguments[1]);
         return error ? refuse(console, *error) : Success;
     });
 }
@@ -119,12 +119,12 @@ int modIdCommand(const Invocation& call, Console& console)
 {
     return withStores(call, console, [&](AppState& state) {
         if (call.arguments.isEmpty()) {
-            console.text << state.modId << '\n';
+            console.text << readModId(state.settingsPath()) << '\n';
             return Success;
         }
         if (call.arguments[0].isEmpty())
-            return refuse(console,
-                          QStringLiteral("an empty Mod ID is not taken; the Mod ID stays \"%1\"").arg(state.modId));
+            return refuse(console, QStringLiteral("an empty Mod ID is not taken; the Mod ID stays \"%1\"")
+                                       .arg(readModId(state.settingsPath())));
         const auto error = writeModId(state.settingsPath(), call.arguments[0]);
         return error ? refuse(console, *error) : Success;
     });

@@ -54,8 +54,7 @@ void frmConfig::connectHandlers()
 
 void frmConfig::Form_Load()
 {
-    m_state.modId = DefaultModId;
-    m_state.modId = readModId(m_state.settingsPath());
+    m_state.modId = readModId(m_state.settingsPath()); // "0" when the file can't be read
     m_state.currentConfig.clear();
     guarded(m_dialogs, this, [this] { RefreshList(); });
 }
