@@ -167,6 +167,21 @@ private slots:
         QVERIFY(f.dialogs.messages.isEmpty());
     }
 
+    // A delete the store refuses is told, and the row stays, on show.
+    void refusedDeleteKeepsTheRow()
+    {
+        ReferenceFixture f;
+        f.open(ReferenceTable::Weapons, {{2, 4}});
+        f.data.refDb().exec(QStringLiteral("create trigger keep before delete on weapon "
+                                           "begin select raise(abort, 'weapon is in use'); end"));
+        f.click("Command2");
+        QCOMPARE(f.dialogs.messages, QStringList{"weapon is in use"});
+        QCOMPARE(f.ids(), QList<qint64>({2, 4}));
+        QCOMPARE(f.text("Text1"), QStringLiteral("2"));
+        f.navigate(QStringLiteral("Next record"));
+        QCOMPARE(f.text("Text1"), QStringLiteral("4"));
+    }
+
     // An edit and a new row are stored when their row is left, an untouched new row is
     // not; ids need not be unique, and a row taken out of the pickers stays here.
     void rowsAreStoredWhenLeft_data()
