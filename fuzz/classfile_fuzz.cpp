@@ -34,7 +34,7 @@ QStringList check(const QByteArray& bytes)
     QBuffer in;
     in.setData(bytes);
     in.open(QIODevice::ReadOnly);
-    return checkClassFile(in);
+    return checkClassFile(in).problems;
 }
 
 ImportResult import(const QByteArray& bytes)

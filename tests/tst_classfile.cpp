@@ -5,6 +5,7 @@
 #include "classfile/SlotSearch.h"
 #include "store/Configurations.h"
 #include "store/Database.h"
+#include "store/Statement.h"
 #include "support/TestSet.h"
 #include "support/TestSupport.h"
 
@@ -255,6 +256,37 @@ private slots:
         QCOMPARE(readFile(path), file);
     }
 
+    void everyCodeTheFormCarriesRoundTrips_data()
+    {
+        QTest::addColumn<bool>("protect");
+        QTest::addColumn<int>("highestCode");
+        QTest::newRow("protected") << true << 127;
+        QTest::newRow("unprotected") << false << 128;
+    }
+
+    // Names and the text fields keep every code but the carriage return that ends a
+    // line; the text fields are tokens, so they hold no blank.
+    void everyCodeTheFormCarriesRoundTrips()
+    {
+        QFETCH(bool, protect);
+        QFETCH(int, highestCode);
+        QByteArray codes = allCodes().first(highestCode + 1);
+        codes.remove(13, 1);
+        const QString name = decodeCp1252(codes);
+        const QString token = decodeCp1252(QByteArray(codes).replace(' ', ""));
+        insertTestSet(db());
+        Statement update = db().prepare("update classdef set class_name = ?, model_name = ?, skin_name1 = ?, "
+                                        "skin_name2 = ? where class_num = 1");
+        update.run({name, token, token + "1", token + "2"});
+        const QByteArray file = exported("Test Set", protect);
+
+        deleteConfiguration(db(), "Test Set");
+        QCOMPARE(importBytes("Test Set", file).status, Status::Complete);
+        QCOMPARE(classes("Test Set", "class_name, model_name, skin_name1, skin_name2").value(0),
+                 QStringList({name, token, token + "1", token + "2"}).join(u'|'));
+        QCOMPARE(exported("Test Set", protect), file);
+    }
+
     // The class editor's pickers run the same search on their own rows.
     void slotSearch_data()
     {
@@ -397,7 +429,8 @@ private slots:
             << classFile(header + classRecord(" two  blanks ]")) << QStringList{" two  blanks "};
         QTest::newRow("longest line") << classFile(header + classRecord(longest + "]") + QByteArrayList{""})
                                       << QStringList{QString::fromLatin1(longest)};
-        QTest::newRow("lone line feeds") << classFile(header + a + b, "\n") << QStringList{"A", "B"};
+        QTest::newRow("line feed inside a name")
+            << classFile(header + classRecord("A\nB]") + b) << QStringList{"A\nB", "B"};
         QTest::newRow("lone carriage returns") << classFile(header + a + b, "\r") << QStringList{"A", "B"};
         QTest::newRow("any header") << classFile(QByteArrayList{"\xFF\x80 junk", ""} + a) << QStringList{"A"};
         QTest::newRow("protected, no empty line between") << protectedFile(header + a + b) << QStringList{"A", "B"};
@@ -517,18 +550,40 @@ private slots:
         QCOMPARE(classCount(db(), "Example"), 2);
     }
 
+    void checkListsEveryProblem_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QStringList>("problems");
+        QTest::addColumn<QStringList>("warnings");
+        const QString lineFeed =
+            QStringLiteral(": a line feed without a carriage return before it does not end the line.");
+        QTest::newRow("every problem") << classFile(ClassFileHeader + classRecord("A]", 4, "1 2 x  0  0") +
+                                                    QByteArrayList{"junk"} + classRecord("B]", 2, "1 0 0 q") +
+                                                    classRecord("C]").mid(0, 2))
+                                       << QStringList{"line 7: max health \"x\" is not a whole number from -32768 to "
+                                                      "32767.",
+                                                      "line 9: Bad Class Record: junk",
+                                                      "line 12: weapon 4 \"q\" is not a whole number from -32768 to "
+                                                      "32767.",
+                                                      "line 12: weapon 5 is missing.",
+                                                      "line 18: the file ends inside the class record that starts on "
+                                                      "line 16."}
+                                       << QStringList{};
+        QTest::newRow("none") << readFile(testDataPath("test_set_protected.class")) << QStringList{} << QStringList{};
+        QTest::newRow("line feed in a name")
+            << classFile(ClassFileHeader + classRecord("A\nB]")) << QStringList{} << QStringList{"line 3" + lineFeed};
+        QTest::newRow("stray line feed line")
+            << classFile(ClassFileHeader + classRecord("A]") + QByteArrayList{"\n", ""})
+            << QStringList{"line 9: Bad Class Record: \n"} << QStringList{"line 9" + lineFeed};
+    }
     void checkListsEveryProblem()
     {
-        const QByteArray file =
-            classFile(ClassFileHeader + classRecord("A]", 4, "1 2 x  0  0") + QByteArrayList{"junk"} +
-                      classRecord("B]", 2, "1 0 0 q") + classRecord("C]").mid(0, 2));
-        QCOMPARE(checkClassFile(*reading(file)),
-                 (QStringList{"line 7: max health \"x\" is not a whole number from -32768 to 32767.",
-                              "line 9: Bad Class Record: junk",
-                              "line 12: weapon 4 \"q\" is not a whole number from -32768 to 32767.",
-                              "line 12: weapon 5 is missing.",
-                              "line 18: the file ends inside the class record that starts on line 16."}));
-        QCOMPARE(checkClassFile(*reading(readFile(testDataPath("test_set_protected.class")))), QStringList{});
+        QFETCH(QByteArray, file);
+        QFETCH(QStringList, problems);
+        QFETCH(QStringList, warnings);
+        const ClassFileCheck check = checkClassFile(*reading(file));
+        QCOMPARE(check.problems, problems);
+        QCOMPARE(check.warnings, warnings);
         QCOMPARE(packageRows("New"), 0);
     }
 };

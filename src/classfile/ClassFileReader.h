@@ -52,6 +52,8 @@ public:
     // than a configuration can number, or cannot be read.
     std::optional<RecordEvent> next();
 
+    const QList<int>& linesWithLineFeeds() const { return m_lines.linesWithLineFeeds(); }
+
 private:
     std::optional<RecordEvent> look();
     ReadClass readRecord();

@@ -121,17 +121,24 @@ ImportResult importClassFile(Database& classDb, const QString& newName, const QS
     return result;
 }
 
-QStringList checkClassFile(QIODevice& in)
+ClassFileCheck checkClassFile(QIODevice& in)
 {
-    QStringList problems;
+    ClassFileCheck check;
+    std::optional<ClassFileReader> reader;
     try {
-        ClassFileReader reader(in);
-        while (const std::optional<RecordEvent> event = reader.next())
-            problems << problemsOf(*event);
+        reader.emplace(in);
+        while (const std::optional<RecordEvent> event = reader->next())
+            check.problems << problemsOf(*event);
     } catch (const ClassFileError& e) {
-        problems << e.message();
+        check.problems << e.message();
     }
-    return problems;
+    if (reader) {
+        for (int line : reader->linesWithLineFeeds())
+            check.warnings << QStringLiteral("line %1: a line feed without a carriage return before it does not "
+                                             "end the line.")
+                                  .arg(line);
+    }
+    return check;
 }
 
 } // namespace tarn

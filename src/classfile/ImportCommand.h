@@ -25,8 +25,14 @@ struct ImportResult {
 ImportResult importClassFile(Database& classDb, const QString& newName, QIODevice& in);
 ImportResult importClassFile(Database& classDb, const QString& newName, const QString& path);
 
-// Reads a class file as the import would, without storing anything, and lists every
-// problem with its line number; an empty list means the import would complete.
-QStringList checkClassFile(QIODevice& in);
+// What an import of a file would meet, each with its line number. The import would
+// complete when problems is empty; warnings name what reads differently elsewhere.
+struct ClassFileCheck {
+    QStringList problems;
+    QStringList warnings;
+};
+
+// Reads a class file as the import would, without storing anything.
+ClassFileCheck checkClassFile(QIODevice& in);
 
 } // namespace tarn

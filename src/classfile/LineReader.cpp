@@ -3,7 +3,6 @@
 #include "ClassFileError.h"
 
 #include <QIODevice>
-#include <algorithm>
 
 namespace tarn
 {
@@ -13,10 +12,7 @@ namespace
 
 constexpr qsizetype ChunkSize = 64 * 1024;
 
-bool isLineEnd(char c)
-{
-    return c == '\r' || c == '\n';
-}
+constexpr char LineEnd = '\r';
 
 } // namespace
 
@@ -44,6 +40,8 @@ QByteArray LineReader::readLine()
     if (end - m_pos > MaxLineLength)
         tooLong();
     QByteArray line = m_buffer.mid(m_pos, end - m_pos);
+    if (line.contains('\n'))
+        m_linesWithLineFeeds << m_lineNumber;
     m_pos = end;
     skipLineEnd();
     return line;
@@ -69,16 +67,15 @@ bool LineReader::fill()
 
 qsizetype LineReader::findLineEnd() const
 {
-    const auto found = std::find_if(m_buffer.cbegin() + m_pos, m_buffer.cend(), isLineEnd);
-    return found == m_buffer.cend() ? -1 : found - m_buffer.cbegin();
+    return m_buffer.indexOf(LineEnd, m_pos);
 }
 
 void LineReader::skipLineEnd()
 {
     if (m_pos >= m_buffer.size())
         return;
-    const char terminator = m_buffer[m_pos++];
-    if (terminator == '\r' && (m_pos < m_buffer.size() || fill()) && m_buffer[m_pos] == '\n')
+    ++m_pos; // the carriage return
+    if ((m_pos < m_buffer.size() || fill()) && m_buffer[m_pos] == '\n')
         ++m_pos;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 
 class QIODevice;
 
@@ -10,7 +11,7 @@ namespace tarn
 // Reads a class file line by line from a device opened for reading, holding no more
 // than one chunk and one line at a time, so that memory stays flat whatever the size
 // of the file. A line ends at a carriage return, with a line feed right behind it
-// belonging to the terminator; a lone line feed ends a line too.
+// belonging to the terminator. A line feed anywhere else is part of the line.
 class LineReader
 {
 public:
@@ -25,6 +26,9 @@ public:
     QByteArray readLine();
     // The number of the last line read, from 1.
     int lineNumber() const { return m_lineNumber; }
+    // The numbers of the lines read so far that hold a line feed: a line feed without
+    // a carriage return before it, which ends no line here but may in other readers.
+    const QList<int>& linesWithLineFeeds() const { return m_linesWithLineFeeds; }
 
 private:
     bool fill();
@@ -37,6 +41,7 @@ private:
     qsizetype m_pos = 0;
     bool m_deviceDone = false;
     int m_lineNumber = 0;
+    QList<int> m_linesWithLineFeeds;
 };
 
 } // namespace tarn

@@ -79,12 +79,15 @@ int checkCommand(const Invocation& call, Console& console)
             << QStringLiteral("tarnctl: cannot open %1: %2\n").arg(QDir::toNativeSeparators(path), file.errorString());
         return Refused;
     }
-    const QStringList problems = checkClassFile(file);
-    for (const QString& problem : problems)
-        console.error << QDir::toNativeSeparators(path) << ": " << problem << '\n';
-    if (problems.isEmpty())
-        console.text << QDir::toNativeSeparators(path) << ": no problems\n";
-    return problems.isEmpty() ? Success : Refused;
+    const ClassFileCheck check = checkClassFile(file);
+    const QString name = QDir::toNativeSeparators(path);
+    for (const QString& warning : check.warnings)
+        console.error << name << ": warning: " << warning << '\n';
+    for (const QString& problem : check.problems)
+        console.error << name << ": " << problem << '\n';
+    if (check.problems.isEmpty())
+        console.text << name << ": no problems\n";
+    return check.problems.isEmpty() ? Success : Refused;
 }
 
 } // namespace tarn::cli
