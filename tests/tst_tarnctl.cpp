@@ -178,6 +178,41 @@ private slots:
             QVERIFY2(outcome.out.contains(command), command);
     }
 
+    void filtersPassEveryCode_data()
+    {
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QByteArray>("output");
+        QByteArray every;
+        QByteArray unprotected;
+        QByteArray protectable;
+        QByteArray protectedCodes;
+        for (int code = 0; code < 256; ++code) {
+            every += char(code);
+            unprotected += char(code > 128 ? code - 128 : code);
+            if (code < 128) {
+                protectable += char(code);
+                protectedCodes += char(code > 30 ? code + 128 : code);
+            }
+        }
+        QTest::newRow("unprotect, every code") << "unprotect" << every << unprotected;
+        QTest::newRow("protect, codes 0 to 127") << "protect" << protectable << protectedCodes;
+        const QByteArray nuls("\0a\0b\0\r\n\0\n\0\0");
+        QTest::newRow("unprotect, NUL at start, middle and end") << "unprotect" << nuls << nuls;
+        QTest::newRow("protect, NUL at start, middle and end")
+            << "protect" << nuls << QByteArray("\0\xE1\0\xE2\0\r\n\0\n\0\0");
+    }
+    // Every line keeps its length, and code 0 stays where it stood.
+    void filtersPassEveryCode()
+    {
+        QFETCH(QString, filter);
+        QFETCH(QByteArray, input);
+        QFETCH(QByteArray, output);
+        const Outcome outcome = run({filter}, input);
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.out, output);
+    }
+
     void filtersKeepLineEnds()
     {
         const QByteArray plain("V3 12\r\nTest Set\r\n\r\nlast\nno ending");

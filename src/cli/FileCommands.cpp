@@ -31,13 +31,27 @@ qsizetype firstUnprotectable(const QByteArray& text)
     return -1;
 }
 
+// The next line of the device with its line feed, if it has one; empty at the end.
+// Read byte by byte from the device's buffer, so that a NUL is a byte like any other.
+QByteArray readRawLine(QIODevice& in)
+{
+    QByteArray line;
+    char c = 0;
+    while (in.getChar(&c)) {
+        line += c;
+        if (c == '\n')
+            break;
+    }
+    return line;
+}
+
 // Passes standard input to standard output a line at a time, each line through
 // the given step; a step that refuses a line ends the filter with status 1.
 template <typename Step> int filterLines(Console& console, Step step)
 {
     int lineNumber = 0;
-    while (!console.in.atEnd()) {
-        const auto [text, ending] = splitEnding(console.in.readLine());
+    for (QByteArray line = readRawLine(console.in); !line.isEmpty(); line = readRawLine(console.in)) {
+        const auto [text, ending] = splitEnding(line);
         ++lineNumber;
         const std::optional<QByteArray> converted = step(text, lineNumber);
         if (!converted)
