@@ -466,6 +466,8 @@ private slots:
         QTest::newRow("2^21 is past s21") << QByteArray("  2097152  512") << QStringList{} << QStringList{};
         QTest::newRow("-1 sets all") << QByteArray(" -1 -1") << allAbilities << allItems;
         QTest::newRow("plus sign") << QByteArray(" +3 +0") << QStringList{"s1", "s2"} << QStringList{};
+        QTest::newRow("fractions go down") << QByteArray("  5.7 -0.5") << QStringList{"s1", "s3"} << allItems;
+        QTest::newRow("fraction alone") << QByteArray("  .9  2.") << QStringList{} << QStringList{"i2"};
     }
 
     void bitSums()
@@ -494,13 +496,17 @@ private slots:
             return classFile(first + classRecord("B]", line, text));
         };
         const QString integer = QStringLiteral("is not a whole number from -32768 to 32767.");
-        const QString sum = QStringLiteral("is not a whole number from -2147483648 to 2147483647.");
+        const QString sum = QStringLiteral("is not a number from -2147483648 to 2147483647.");
         const QString fewLines = QStringLiteral("The file has fewer than three lines: it is not a class file.");
         QTest::newRow("letters") << second(4, "1 2 abc  0  0") << "line 13: max health \"abc\" " + integer << 1;
         QTest::newRow("too big") << second(4, "1 2 32768  0  0") << "line 13: max health \"32768\" " + integer << 1;
         QTest::newRow("smallest fits, sum too big")
             << second(4, "1 2 -32768  0  2147483648") << "line 13: item sum \"2147483648\" " + sum << 1;
-        QTest::newRow("fraction") << second(4, "1 2 3  5.0  0") << "line 13: ability sum \"5.0\" " + sum << 1;
+        QTest::newRow("fraction in a 16-bit field")
+            << second(4, "1 2 3.5  0  0") << "line 13: max health \"3.5\" " + integer << 1;
+        QTest::newRow("sum below the range once taken down")
+            << second(4, "1 2 3  -2147483648.5  0") << "line 13: ability sum \"-2147483648.5\" " + sum << 1;
+        QTest::newRow("sum without digits") << second(4, "1 2 3  -.  0") << "line 13: ability sum \"-.\" " + sum << 1;
         QTest::newRow("two in one line") << second(4, "x 2 y  0  0")
                                          << "line 13: max armor \"x\" " + integer + "\nline 13: max health \"y\" " +
                                                 integer

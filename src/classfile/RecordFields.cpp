@@ -2,6 +2,7 @@
 
 #include "Cp1252.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -29,6 +30,31 @@ std::optional<qint64> wholeNumber(const QByteArray& token, qint64 lowest, qint64
     }
     const qint64 value = token.startsWith('-') ? -magnitude : magnitude;
     return value >= lowest && value <= highest ? std::optional(value) : std::nullopt;
+}
+
+// A number with an optional decimal fraction, taken down to a whole number within
+// [lowest, highest]: 5.7 is 5 and -0.5 is -1.
+std::optional<qint64> flooredNumber(const QByteArray& token, qint64 lowest, qint64 highest)
+{
+    const qsizetype point = token.indexOf('.');
+    if (point < 0)
+        return wholeNumber(token, lowest, highest);
+    const QByteArray fraction = token.mid(point + 1);
+    if (!std::all_of(fraction.cbegin(), fraction.cend(), [](char c) { return c >= '0' && c <= '9'; }))
+        return std::nullopt;
+    QByteArray whole = token.left(point);
+    const bool negative = whole.startsWith('-');
+    if (whole.isEmpty() || whole == "-" || whole == "+") {
+        if (fraction.isEmpty())
+            return std::nullopt; // no digit at all
+        whole += '0';
+    }
+    const std::optional<qint64> value = wholeNumber(whole, lowest - 1, highest);
+    if (!value)
+        return std::nullopt;
+    const bool belowWhole = negative && fraction.count('0') < fraction.size();
+    const qint64 floored = *value - (belowWhole ? 1 : 0);
+    return floored >= lowest ? std::optional(floored) : std::nullopt;
 }
 
 struct Range {
@@ -65,18 +91,22 @@ qint32 RecordFields::bitSum(int field, const char* what)
     return qint32(number(field, what, ColumnKind::Long).value_or(0));
 }
 
+// A 16-bit field takes whole numbers only; a bit sum is taken down to one.
 std::optional<qint64> RecordFields::number(int field, const char* what, ColumnKind kind)
 {
     const QByteArray& token = m_tokens[field];
-    const Range range = kind == ColumnKind::Long ? rangeOf<qint32>() : rangeOf<qint16>();
-    const std::optional<qint64> value = wholeNumber(token, range.lowest, range.highest);
+    const bool sum = kind == ColumnKind::Long;
+    const Range range = sum ? rangeOf<qint32>() : rangeOf<qint16>();
+    const std::optional<qint64> value =
+        sum ? flooredNumber(token, range.lowest, range.highest) : wholeNumber(token, range.lowest, range.highest);
     if (value)
         return value;
     // Fields close up at blanks, so all behind a missing one are missing too: one word does.
     if (token.isEmpty() && std::exchange(m_missingTold, true))
         return std::nullopt;
-    const QString why = token.isEmpty() ? QStringLiteral("is missing")
-                                        : QStringLiteral("\"%1\" is not %2").arg(text(field), describeKind(kind));
+    const QString expected = sum ? QStringLiteral("a number from -2147483648 to 2147483647") : describeKind(kind);
+    const QString why =
+        token.isEmpty() ? QStringLiteral("is missing") : QStringLiteral("\"%1\" is not %2").arg(text(field), expected);
     m_problems << QStringLiteral("line %1: %2 %3.").arg(m_lineNumber).arg(QLatin1String(what), why);
     return std::nullopt;
 }

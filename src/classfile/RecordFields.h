@@ -22,7 +22,8 @@ public:
     QString text(int field) const;
     // A signed 16-bit number.
     qint16 integer(int field, const char* what);
-    // A signed 32-bit number; its leading sign blank has gone as a separator already.
+    // A signed 32-bit number, a fraction taken down to a whole number; its leading sign
+    // blank has gone as a separator already.
     qint32 bitSum(int field, const char* what);
 
 private:
