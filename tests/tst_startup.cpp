@@ -34,6 +34,10 @@ private slots:
         QTest::newRow("no closing quote") << QByteArray("\"open\r\nnext") << "open";
         QTest::newRow("comma inside quotes") << QByteArray("\"a,b\"") << "a,b";
         QTest::newRow("tab kept inside") << QByteArray("\"a\tb\"") << "a\tb";
+        QTest::newRow("Windows-1252 bytes") << QByteArray("\"Mod\xE9\x80\"\r\n") << QStringLiteral("Mod\u00E9\u20AC");
+        // A UTF-8 byte-order mark is three characters of text, which keep the quotes in.
+        QTest::newRow("byte-order mark") << QByteArray("\xEF\xBB\xBF\"12\"\r\n")
+                                         << QStringLiteral("\u00EF\u00BB\u00BF\"12\"");
     }
     void modIdIsReadByItsRules()
     {
@@ -51,8 +55,13 @@ private slots:
         QCOMPARE(readFile(ini), QByteArray("\"7\"\r\n"));
         QVERIFY(!writeModId(ini, QStringLiteral("  ")));
         QCOMPARE(readModId(ini), QString()); // spaces only come back empty
-        QVERIFY(!writeModId(ini, QStringLiteral(" 12 ")));
-        QCOMPARE(readModId(ini), QStringLiteral("12"));
+        QVERIFY(!writeModId(ini, QStringLiteral(" 12\u00E9 ")));
+        QCOMPARE(readFile(ini), QByteArray("\" 12\xE9 \"\r\n"));
+        QCOMPARE(readModId(ini), QStringLiteral("12\u00E9"));
+        QCOMPARE(writeModId(ini, QStringLiteral("a\u4E2D")),
+                 "Cannot write " + QDir::toNativeSeparators(ini) +
+                     QStringLiteral(": the Mod ID \"a\u4E2D\" holds \"\u4E2D\", which the file cannot carry."));
+        QCOMPARE(readFile(ini), QByteArray("\" 12\xE9 \"\r\n"));
     }
 
     void dataDirectoryIsChosenInOrder()

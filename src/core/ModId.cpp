@@ -1,5 +1,7 @@
 #include "ModId.h"
 
+#include "classfile/Cp1252.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
@@ -48,7 +50,7 @@ QString parseModId(const QByteArray& content)
             end = comma;
         item = content.mid(pos, end - pos);
     }
-    return trimSpaces(QString::fromUtf8(item));
+    return trimSpaces(decodeCp1252(item));
 }
 
 QString readModId(const QString& iniPath)
@@ -62,17 +64,17 @@ QString readModId(const QString& iniPath)
     return parseModId(content);
 }
 
-QByteArray formatModId(const QString& modId)
-{
-    return '"' + modId.toUtf8() + "\"\r\n";
-}
-
 std::optional<QString> writeModId(const QString& iniPath, const QString& modId)
 {
+    const QString path = QDir::toNativeSeparators(iniPath);
+    const Cp1252Encoding encoded = encodeCp1252(modId);
+    if (!encoded.ok())
+        return QStringLiteral("Cannot write %1: the Mod ID \"%2\" holds \"%3\", which the file cannot carry.")
+            .arg(path, modId, encoded.refused);
     QSaveFile file(iniPath);
-    if (file.open(QIODevice::WriteOnly) && file.write(formatModId(modId)) >= 0 && file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write('"' + encoded.bytes + "\"\r\n") >= 0 && file.commit())
         return std::nullopt;
-    return QStringLiteral("Cannot write %1: %2").arg(QDir::toNativeSeparators(iniPath), file.errorString());
+    return QStringLiteral("Cannot write %1: %2").arg(path, file.errorString());
 }
 
 } // namespace tarn
