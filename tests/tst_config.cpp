@@ -4,13 +4,20 @@
 #include "store/Configurations.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestSupport.h"
+#include "toolkit/QtDialogs.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QComboBox>
 #include <QFile>
+#include <QFileDialog>
 #include <QLabel>
+#include <QListView>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -80,6 +87,43 @@ class ConfigWindowTest : public QObject
 
 private slots:
     void init() { f = std::make_unique<ConfigWindowFixture>(QStringList{"zulu", "alpha", "Mike"}); }
+
+    // The real open dialog shows the captions as written, and "All Files (*.*)" lists
+    // a name without a dot.
+    void fileDialogListsEveryFileUnderAllFiles()
+    {
+        QTemporaryDir dir;
+        for (const char* name : {"set.class", "noext", "notes.txt"})
+            QVERIFY(writeFile(dir.filePath(name), "x"));
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(dir.path()));
+        QStringList captions;
+        QStringList listed;
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            const auto* types = dialog->findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+            for (int i = 0; types && i < types->count(); ++i)
+                captions << types->itemText(i);
+            dialog->selectNameFilter(dialog->nameFilters().value(1));
+            const auto* view = dialog->findChild<QListView*>(QStringLiteral("listView"));
+            const auto names = [&] {
+                QStringList names;
+                for (int row = 0; view && row < view->model()->rowCount(view->rootIndex()); ++row)
+                    names << view->model()->index(row, 0, view->rootIndex()).data().toString();
+                return names;
+            };
+            QTest::qWaitFor([&] { return names().size() == 3; }, 5000);
+            listed = names();
+            dialog->reject();
+        });
+        QtDialogs().openFileName(nullptr, ClassFileFilter);
+        QDir::setCurrent(previous);
+        QCOMPARE(captions, (QStringList{"Class Config (*.class)", "All Files (*.*)"}));
+        listed.sort();
+        QCOMPARE(listed, (QStringList{"noext", "notes.txt", "set.class"}));
+    }
     void cleanup() { f.reset(); }
 
     void listsConfigurationsInTheStoresOrderWithNothingSelected()

@@ -6,19 +6,31 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 namespace tarn
 {
 
 QString qtFileFilter(const QString& filter)
 {
-    // Every second piece is a pattern the description already shows.
+    // Each description is followed by its own patterns, which the dialog hides, so the
+    // caption stays as written while "*.*" matches names without a dot too.
     const QStringList pieces = filter.split(u'|');
-    QStringList descriptions;
-    for (qsizetype i = 0; i < pieces.size(); i += 2)
-        descriptions << pieces[i];
-    return descriptions.join(QStringLiteral(";;"));
+    QStringList entries;
+    for (qsizetype i = 0; i + 1 < pieces.size(); i += 2) {
+        QStringList patterns = pieces[i + 1].split(u';');
+        patterns.replaceInStrings(QRegularExpression(QStringLiteral("^\\*\\.\\*$")), QStringLiteral("*"));
+        entries << pieces[i] + QStringLiteral(" (") + patterns.join(u' ') + u')';
+    }
+    return entries.join(QStringLiteral(";;"));
 }
+
+namespace
+{
+
+constexpr auto FileDialogOptions = QFileDialog::HideNameFilterDetails;
+
+} // namespace
 
 QString QtDialogs::inputBox(QWidget* parent, const QString& prompt, const QString& title)
 {
@@ -44,14 +56,15 @@ bool QtDialogs::confirm(QWidget* parent, const QString& text, const QString& tit
 
 QString QtDialogs::openFileName(QWidget* parent, const QString& filter)
 {
-    return QFileDialog::getOpenFileName(parent, QStringLiteral("Open Class File"), QString(), qtFileFilter(filter));
+    return QFileDialog::getOpenFileName(parent, QStringLiteral("Open Class File"), QString(), qtFileFilter(filter),
+                                        nullptr, FileDialogOptions);
 }
 
 QString QtDialogs::saveFileName(QWidget* parent, const QString& filter)
 {
     // The name is taken as typed: no extension is added, and an existing file is replaced.
     return QFileDialog::getSaveFileName(parent, QStringLiteral("Save Class File"), QString(), qtFileFilter(filter),
-                                        nullptr, QFileDialog::DontConfirmOverwrite);
+                                        nullptr, FileDialogOptions | QFileDialog::DontConfirmOverwrite);
 }
 
 void QtDialogs::setBusy(bool busy)

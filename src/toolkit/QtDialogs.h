@@ -21,7 +21,8 @@ private:
     bool m_busy = false;
 };
 
-// Turns "Name (*.x)|*.x|All Files (*.*)|*.*" into the filter list of a Qt file dialog.
+// Turns "Name (*.x)|*.x|All Files (*.*)|*.*" into the filter list of a Qt file dialog
+// that hides the patterns behind each name: "Name (*.x) (*.x);;All Files (*.*) (*)".
 QString qtFileFilter(const QString& filter);
 
 } // namespace tarn
