@@ -11,6 +11,7 @@
 #include "support/TestSupport.h"
 #include "toolkit/DataControl.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -369,8 +370,9 @@ private slots:
         QCOMPARE(f->dialogs.messages.size(), 1);
     }
 
-    // A number just typed into Class Num is stored first, and counts; no class is added
-    // past the highest number a class can have.
+    // The highest number is read before the edits on show are stored: a number just
+    // typed into Class Num is stored, but does not count. No class is added past the
+    // highest number a class can have.
     void addClassNumbersAfterTheHighest_data()
     {
         using Numbers = QList<int>;
@@ -382,7 +384,8 @@ private slots:
         QTest::newRow("1, 2, 5") << Numbers{1, 2, 5} << -1 << "" << Numbers{1, 2, 5, 6} << "Class # 6";
         QTest::newRow("delete 3 of 1, 2, 3") << Numbers{1, 2, 3} << 2 << "" << Numbers{1, 2, 3} << "Class # 3";
         QTest::newRow("delete 2 of 1, 2, 3") << Numbers{1, 2, 3} << 1 << "" << Numbers{1, 3, 4} << "Class # 4";
-        QTest::newRow("number just typed") << Numbers{1, 2} << -1 << "9" << Numbers{2, 9, 10} << "Class # 10";
+        QTest::newRow("number just typed")
+            << Numbers{1, 2, 5, 6} << -1 << "10" << Numbers{2, 5, 6, 7, 10} << "Class # 7";
         QTest::newRow("negative numbers") << Numbers{-9, -5} << -1 << "" << Numbers{-9, -5, -4} << "Class #-4";
         QTest::newRow("up to the highest") << Numbers{32766} << -1 << "" << Numbers{32766, 32767} << "Class # 32767";
         QTest::newRow("none past the highest") << Numbers{1, 32767} << -1 << "" << Numbers{1, 32767} << "";
@@ -412,29 +415,35 @@ private slots:
                                                       "class can have, and this configuration already uses it."});
             return;
         }
-        const int added = *std::max_element(expected.begin(), expected.end());
+        const int added = name.sliced(QStringLiteral("Class #").size()).trimmed().toInt();
         QCOMPARE(f->column(Config, added, "class_name").toString(), name);
         QCOMPARE(f->box("Text1")->text() + u'|' + f->box("fldClassName")->text(), QString::number(added) + u'|' + name);
         QVERIFY(f->dialogs.messages.isEmpty());
     }
 
-    // No question is asked, and edits waiting on the class go with it.
+    // No question is asked, and edits waiting on the class go with it. The class after
+    // the deleted one (the last one, at the end) is made current on the way, so its
+    // slots are tracked and stored: an unknown id in w4 and a NULL in w5 become 0.
     void deleteClassShowsTheFirstClassAfterwards_data()
     {
-        QTest::addColumn<int>("position");
+        QTest::addColumn<QString>("move"); // to the class deleted, from the first
         QTest::addColumn<QList<int>>("left");
-        QTest::newRow("first") << 0 << QList<int>{2, 3};
-        QTest::newRow("middle") << 1 << QList<int>{1, 3};
-        QTest::newRow("last") << 2 << QList<int>{1, 2};
+        QTest::addColumn<QStringList>("slotIds"); // w4|w5 of the classes left
+        QTest::newRow("first") << "" << QList<int>{2, 3} << QStringList{"0|0", "99|<null>"};
+        QTest::newRow("middle") << "next" << QList<int>{1, 3} << QStringList{"0|0", "0|0"};
+        QTest::newRow("last") << "last" << QList<int>{1, 2} << QStringList{"0|0", "0|0"};
     }
     void deleteClassShowsTheFirstClassAfterwards()
     {
-        QFETCH(int, position);
+        QFETCH(QString, move);
         QFETCH(QList<int>, left);
-        f->addConfig(Config, {1, 2, 3});
+        QFETCH(QStringList, slotIds);
+        f->addConfig(Config);
+        for (int number : {1, 2, 3})
+            f->addClass(Config, number, {{"class_name", QStringLiteral("C%1").arg(number)}, {"w4", 99}});
         f->open(Config);
-        for (int i = 0; i < position; ++i)
-            QVERIFY(f->nav().moveNext());
+        if (!move.isEmpty())
+            QVERIFY(move == "next" ? f->nav().moveNext() : f->nav().moveLast());
         f->choose("w3", 2);
         const QVariant chosen = f->picker("w3")->currentData();
         f->type("fldModel", "lost");
@@ -448,6 +457,9 @@ private slots:
                              {Config, chosen})
                      .toInt(),
                  0);
+        QCOMPARE(rowsOf(f->data.classDb(), "select w4, w5 from classdef where package_name = ? order by class_num",
+                        {Config}),
+                 slotIds);
         QVERIFY(f->nav().moveNext());
         QVERIFY(f->nav().moveNext());
         QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("C%1").arg(left.last()));
@@ -461,10 +473,14 @@ private slots:
         f->addConfig(name, {7});
         f->addConfig("O", {8});
         f->open(name);
-        QCOMPARE(f->control<QLabel>("Label31")->text(), name);
+        QLabel* configName = f->control<QLabel>("Label31");
+        QCOMPARE(configName->text(), name);
+        // The label is read as the name it shows.
+        QCOMPARE(QAccessible::queryAccessibleInterface(configName)->text(QAccessible::Name), name);
         f->press("Command1");
         QCOMPARE(f->dialogs.messages, QStringList{NoClassLeft});
         QVERIFY(f->classNumbers(name).isEmpty());
+        QCOMPARE(f->control<QLabel>("Label31")->text() + u'|' + f->box("fldClassName")->text(), name + "|C7");
         QVERIFY(!f->box("fldClassName")->isEnabled());
         QVERIFY(!f->picker("w2")->isEnabled());
         f->press("Command1"); // nothing left to delete: the advice again, and no harm

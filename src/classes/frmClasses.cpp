@@ -5,6 +5,7 @@
 #include "store/Database.h"
 #include "store/Recordset.h"
 #include "store/Statements.h"
+#include "store/StoreError.h"
 #include "toolkit/AppIcon.h"
 #include "toolkit/Dialogs.h"
 #include "toolkit/Guarded.h"
@@ -25,6 +26,14 @@ constexpr int HighestClassNum = 32767;
 QString defaultClassName(int number)
 {
     return QStringLiteral("Class #") + (number < 0 ? QString() : QStringLiteral(" ")) + QString::number(number);
+}
+
+template <typename Step> void ignoringStoreErrors(Step step)
+{
+    try {
+        step();
+    } catch (const StoreError&) {
+    }
 }
 
 } // namespace
@@ -110,9 +119,8 @@ void frmClasses::AddClass_Click()
 void frmClasses::addClass()
 {
     DataControl& data = *ui->dbClassDef;
-    // Store the class on show first, so that a number just typed into it counts.
-    if (data.recordCount() != 0 && !data.moveLast())
-        return;
+    // The highest number is read before the move below stores the edits on show, so a
+    // number just typed into Class Num is stored but does not count.
     const QVariant highest = m_state.classDb().scalar(sql::HighestClassNum, {m_state.currentConfig});
     const int maximum = highest.isNull() ? 0 : highest.toInt();
     if (maximum >= HighestClassNum) {
@@ -122,6 +130,8 @@ void frmClasses::addClass()
         return;
     }
     const int number = maximum + 1;
+    if (data.recordCount() != 0 && !data.moveLast())
+        return;
     data.recordset()->addNew({{QStringLiteral("package_name"), m_state.currentConfig},
                               {QStringLiteral("class_num"), number},
                               {QStringLiteral("class_name"), defaultClassName(number)}});
@@ -133,13 +143,17 @@ void frmClasses::Command1_Click()
     guarded(m_dialogs, this, [this] { deleteClass(); });
 }
 
-// No question is asked; edits waiting on the class go with it.
+// No question is asked; edits waiting on the class go with it. The neighbouring class
+// is made current first, so its slots are tracked, and the move to the first class
+// stores what the tracking changed. A failure of either move is passed over. Once the
+// last class is gone no control is cleared: they keep what they showed, disabled.
 void frmClasses::deleteClass()
 {
     DataControl& data = *ui->dbClassDef;
     data.deleteCurrent(); // a second click on an empty set deletes nothing and repeats the advice
     if (data.recordCount() != 0) {
-        data.moveFirst();
+        ignoringStoreErrors([&] { data.moveNext(); }); // past the end this is the last class
+        ignoringStoreErrors([&] { data.moveFirst(); });
         return;
     }
     setPickersEnabled(false);

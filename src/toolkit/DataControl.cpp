@@ -235,7 +235,7 @@ void DataControl::deleteCurrent()
         return;
     m_recordset->deleteCurrent();
     clearChanges();
-    showBlank();
+    applyEnabledState(); // the controls keep what they showed until the next move
 }
 
 std::optional<QVariantMap> DataControl::collectChanges()
