@@ -138,10 +138,42 @@ private slots:
         f->window->RefreshList();
         QCOMPARE(f->list()->count(), 64);
         f->select(QStringLiteral("zulu")); // a click selects by position
-        QCOMPARE(plain(f->window->findChild<QPushButton*>("btImport")->text()),
-                 QStringLiteral("Import from Class File..."));
+        // The import's caption stands on two lines, with room on either side.
+        const QPushButton* import = f->window->findChild<QPushButton*>("btImport");
+        QCOMPARE(plain(import->text()).replace(u'\n', u' '), QStringLiteral("Import from Class File..."));
+        QCOMPARE(import->text().count(u'\n'), 1);
+        QCOMPARE(import->accessibleName(), QStringLiteral("Import from Class File..."));
+        const QSize caption = import->fontMetrics().size(Qt::TextShowMnemonic, import->text());
+        QVERIFY(caption.width() < import->width() - 16 && caption.height() < import->height());
         QCOMPARE(f->list()->accessibleDescription(), QStringLiteral("classlist")); // its system name
         QCOMPARE(f->window->findChild<QLabel*>("Label1")->buddy(), f->list());
+    }
+
+    // Focus alone chooses nothing; an arrow key chooses as a click does; a Ctrl+click
+    // on the chosen entry leaves nothing chosen. CurrentConfig names what is highlighted.
+    void onlyTheAuthorsChoiceSetsCurrentConfig()
+    {
+        QListWidget* list = f->list();
+        const auto chosen = [&] {
+            const QList<QListWidgetItem*> items = list->selectedItems();
+            return (items.isEmpty() ? QString() : items.first()->text()) + u'|' + f->data.state->currentConfig;
+        };
+        f->window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f->window.get()));
+        QTest::keyClick(f->window.get(), Qt::Key_C, Qt::AltModifier);
+        QVERIFY(list->hasFocus());
+        QCOMPARE(chosen(), QStringLiteral("|"));
+        f->click("btDelete");
+        QCOMPARE(f->dialogs.messages, QStringList{NothingSelected});
+        QTest::keyClick(list, Qt::Key_Down);
+        QCOMPARE(chosen(), list->currentItem()->text() + u'|' + list->currentItem()->text());
+        f->select(QStringLiteral("Mike"));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                          list->visualItemRect(list->item(1)).center());
+        QCOMPARE(chosen(), QStringLiteral("|"));
+        f->select(QStringLiteral("alpha"));
+        f->window->RefreshList();
+        QCOMPARE(chosen(), QStringLiteral("|"));
     }
 
     void newAddsTheNameAsTypedAndClearsTheSelection_data()

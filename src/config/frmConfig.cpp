@@ -37,7 +37,9 @@ frmConfig::~frmConfig() = default;
 
 void frmConfig::connectHandlers()
 {
-    connect(ui->classlist, &QListWidget::currentRowChanged, this, &frmConfig::classlist_Click);
+    // The selection, not the current row: focus alone makes a row current but selects
+    // nothing, while a click or an arrow key selects.
+    connect(ui->classlist, &QListWidget::itemSelectionChanged, this, &frmConfig::classlist_Click);
     connect(ui->btNew, &QPushButton::clicked, this, &frmConfig::btNew_Click);
     connect(ui->btDelete, &QPushButton::clicked, this, &frmConfig::btDelete_Click);
     connect(ui->btEdit, &QPushButton::clicked, this, &frmConfig::btEdit_Click);
@@ -69,11 +71,12 @@ void frmConfig::RefreshList()
     ui->classlist->setCurrentRow(-1);
 }
 
+// CurrentConfig always names what is highlighted, and nothing when nothing is.
 void frmConfig::classlist_Click()
 {
-    const int index = ui->classlist->currentRow();
-    if (index >= 0 && index < ConfigNames.size())
-        m_state.currentConfig = ConfigNames[index];
+    const QList<QListWidgetItem*> chosen = ui->classlist->selectedItems();
+    const int index = chosen.isEmpty() ? -1 : ui->classlist->row(chosen.first());
+    m_state.currentConfig = index >= 0 && index < ConfigNames.size() ? ConfigNames[index] : QString();
 }
 
 void frmConfig::btNew_Click()
