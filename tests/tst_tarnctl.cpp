@@ -4,9 +4,13 @@
 #include "support/TestSupport.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -125,6 +129,93 @@ private slots:
         QCOMPARE(readFile(file("old.class")), QByteArray("old content"));
         QCOMPARE(tarnctl({"export", "Test Set", file("old.class"), "--unprotected"}).status, 0);
         QVERIFY(readFile(file("old.class")).contains("gunn\xe9r"));
+    }
+
+    void writeFailuresLeaveTheOldFile_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("target");
+        QTest::newRow("export") << QStringList{"export", "Test Set", "old.class"} << "old.class";
+        QTest::newRow("Set Mod ID") << QStringList{"modid", "77"} << "tarn.ini";
+    }
+    // A child whose files may not grow (SIGXFSZ ignored) meets the failure of the last
+    // buffered write: it is told with the system's reason, and the old file stays.
+    void writeFailuresLeaveTheOldFile()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, target);
+        const QString path = QDir(data()).filePath(target);
+        const QByteArray old = "\"12\"\r\n" + QByteArray(3000, 'x');
+        QVERIFY(writeFile(path, old));
+        QProcess process;
+        process.setWorkingDirectory(data());
+        process.start(QStringLiteral("bash"), QStringList{"-c", "trap '' XFSZ; ulimit -f 0; exec \"$0\" \"$@\"",
+                                                          QStringLiteral(TARNCTL_PATH), "--data-dir", data()} +
+                                                  arguments);
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY2(process.readAllStandardError().contains("File too large"), "the system's reason");
+        QCOMPARE(readFile(path), old);
+    }
+
+    // What is not a regular file of one link is written into, never replaced.
+    void exportWritesIntoSpecialTargets()
+    {
+        const QByteArray expected = readFile(testDataPath("test_set_unprotected.class"));
+        QCOMPARE(tarnctl({"modid", "12"}).status, 0);
+        const auto exportTo = [&](const QString& target) {
+            return tarnctl({"export", "Test Set", target, "--unprotected"});
+        };
+
+        QCOMPARE(exportTo("-").out, expected);
+
+        const QString fifo = file("pipe");
+        QCOMPARE(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+        QProcess reader;
+        reader.start(QStringLiteral("cat"), {fifo});
+        QVERIFY(reader.waitForStarted());
+        QCOMPARE(exportTo(fifo).status, 0);
+        QVERIFY(reader.waitForFinished(60000));
+        QCOMPARE(reader.readAllStandardOutput(), expected);
+        QVERIFY(QFileInfo(fifo).isFile() == false);
+
+        QVERIFY(writeFile(file("linked"), "old"));
+        QCOMPARE(::link(QFile::encodeName(file("linked")).constData(), QFile::encodeName(file("link2")).constData()),
+                 0);
+        QCOMPARE(exportTo(file("linked")).status, 0);
+        QCOMPARE(readFile(file("link2")), expected);
+
+        QCOMPARE(exportTo("/dev/null").status, 0);
+        QVERIFY(!QFileInfo(QStringLiteral("/dev/null")).isFile());
+
+        if (::geteuid() != 0)
+            QSKIP("a device node of our own needs root");
+        const QString full = file("full"); // the same device as /dev/full, in our own folder
+        QCOMPARE(::mknod(QFile::encodeName(full).constData(), S_IFCHR | 0600, makedev(1, 7)), 0);
+        const Outcome failed = exportTo(full);
+        QCOMPARE(failed.status, 1);
+        QVERIFY2(failed.err.contains("No space left on device"), failed.err.constData());
+        QVERIFY(!QFileInfo(full).isFile());
+    }
+
+    // The stores and tarn.ini are known by their inode, whatever the path says.
+    void exportNeverWritesOverItsOwnFiles_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("class store") << "tarn_dat.db";
+        QTest::newRow("reference store, by another path") << "./../data/tarn_ref.db";
+        QTest::newRow("settings") << "tarn.ini";
+    }
+    void exportNeverWritesOverItsOwnFiles()
+    {
+        QFETCH(QString, target);
+        QCOMPARE(tarnctl({"modid", "12"}).status, 0);
+        const QString path = QDir(data()).filePath(target);
+        const QByteArray before = readFile(path);
+        const Outcome outcome = tarnctl({"export", "Test Set", path});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY2(outcome.err.contains("one of the workbench's own files"), outcome.err.constData());
+        QCOMPARE(readFile(path), before);
     }
 
     void badRecordIsReportedAndNoConfigurationMade()

@@ -3,11 +3,13 @@
 #include "ClassFileError.h"
 #include "ClassFileWriter.h"
 #include "ExportWalk.h"
+#include "OutputFile.h"
+#include "core/DataDirectory.h"
 #include "store/Database.h"
 #include "store/StoreError.h"
 
 #include <QDir>
-#include <QSaveFile>
+#include <QFileInfo>
 #include <functional>
 
 namespace tarn
@@ -54,18 +56,22 @@ std::optional<QString> exportConfiguration(Database& classDb, Database& refDb, c
 std::optional<QString> exportConfigurationToFile(Database& classDb, Database& refDb, const QString& configName,
                                                  const QString& modId, bool protectOutput, const QString& path)
 {
-    QSaveFile file(path);
-    const auto cannotWrite = [&] {
-        return QStringLiteral("Cannot write %1: %2").arg(QDir::toNativeSeparators(path), file.errorString());
-    };
-    if (!file.open(QIODevice::WriteOnly))
-        return cannotWrite();
-    const std::optional<QString> error = exportTo(classDb, refDb, {configName, modId, protectOutput}, file, [&] {
-        if (!file.commit())
-            throw ClassFileError(file.errorString());
-    });
-    if (error && file.error() != QFileDevice::NoError)
-        return cannotWrite();
+    const QDir dataDirectory = QFileInfo(classDb.path()).dir();
+    for (const QString& own : {classDb.path(), refDb.path(), dataDirectory.filePath(SettingsFile)}) {
+        if (isSameFile(path, own))
+            return QStringLiteral("Cannot write %1: it is %2, one of the workbench's own files.")
+                .arg(QDir::toNativeSeparators(path), QDir::toNativeSeparators(own));
+    }
+    OutputFile file(path);
+    if (!file.open())
+        return file.errorText();
+    const std::optional<QString> error =
+        exportTo(classDb, refDb, {configName, modId, protectOutput}, file.device(), [&] {
+            if (!file.commit())
+                throw ClassFileError(file.errorText());
+        });
+    if (error && file.failed())
+        return file.errorText();
     return error;
 }
 

@@ -18,8 +18,10 @@ class Database;
 std::optional<QString> exportConfiguration(Database& classDb, Database& refDb, const QString& configName,
                                            const QString& modId, bool protectOutput, QIODevice& out);
 
-// The same into a file, which is replaced only by a complete export: a refused or
-// failed export leaves an existing file exactly as it was.
+// The same into a file, written through OutputFile: a refused or failed export leaves
+// an existing regular file exactly as it was, and a device, a pipe or a file with
+// several links is written into in place. The stores and tarn.ini of the data
+// directory are refused as targets.
 std::optional<QString> exportConfigurationToFile(Database& classDb, Database& refDb, const QString& configName,
                                                  const QString& modId, bool protectOutput, const QString& path);
 

@@ -17,6 +17,10 @@ struct Invocation {
     bool unprotected = false;
 };
 
+// A file argument of "-" is standard output for export, standard input for import and check.
+inline const QString StandardStream = QStringLiteral("-");
+inline const QString StandardInputName = QStringLiteral("(standard input)");
+
 // Commands on the stores of the data directory.
 int listCommand(const Invocation& call, Console& console);
 int newCommand(const Invocation& call, Console& console);

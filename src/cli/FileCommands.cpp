@@ -87,14 +87,15 @@ int unprotectCommand(const Invocation&, Console& console)
 int checkCommand(const Invocation& call, Console& console)
 {
     const QString& path = call.arguments[0];
+    const bool standardInput = path == StandardStream;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!standardInput && !file.open(QIODevice::ReadOnly)) {
         console.error
             << QStringLiteral("tarnctl: cannot open %1: %2\n").arg(QDir::toNativeSeparators(path), file.errorString());
         return Refused;
     }
-    const ClassFileCheck check = checkClassFile(file);
-    const QString name = QDir::toNativeSeparators(path);
+    const ClassFileCheck check = checkClassFile(standardInput ? console.in : file);
+    const QString name = standardInput ? StandardInputName : QDir::toNativeSeparators(path);
     for (const QString& warning : check.warnings)
         console.error << name << ": warning: " << warning << '\n';
     for (const QString& problem : check.problems)

@@ -7,6 +7,8 @@
 #include "store/Configurations.h"
 #include "store/StoreError.h"
 
+#include <QBuffer>
+#include <QFileDevice>
 #include <QTextStream>
 #include <functional>
 
@@ -40,6 +42,26 @@ std::optional<int> requireConfiguration(AppState& state, const QString& name, Co
     if (configurationExists(state.classDb(), name))
         return std::nullopt;
     return refuse(console, QStringLiteral("no configuration is named \"%1\"").arg(name));
+}
+
+// Everything handed to standard output has left the process.
+bool writtenOut(QIODevice& out)
+{
+    auto* file = qobject_cast<QFileDevice*>(&out);
+    return !file || (file->flush() && file->error() == QFileDevice::NoError);
+}
+
+// The whole input is read before the store is written, so that a pipe from another
+// tarnctl on the same store never waits on the lock this import would hold.
+ImportResult importFromStandardInput(Database& classDb, const QString& name, QIODevice& in)
+{
+    QBuffer file;
+    file.setData(in.readAll());
+    file.open(QIODevice::ReadOnly);
+    ImportResult result = importClassFile(classDb, name, file);
+    if (result.status == ImportResult::Status::Failed)
+        result.message = QStringLiteral("Cannot import %1: %2").arg(StandardInputName, result.message);
+    return result;
 }
 
 } // namespace
@@ -91,10 +113,20 @@ int exportCommand(const Invocation& call, Console& console)
         const QString& name = call.arguments[0];
         if (const auto refused = requireConfiguration(state, name, console))
             return *refused;
-        const auto error =
-            exportConfigurationToFile(state.classDb(), state.refDb(), name, readModId(state.settingsPath()),
-                                      !call.unprotected, call.arguments[1]);
-        return error ? refuse(console, *error) : Success;
+        const QString modId = readModId(state.settingsPath());
+        if (call.arguments[1] != StandardStream) {
+            const auto error = exportConfigurationToFile(state.classDb(), state.refDb(), name, modId, !call.unprotected,
+                                                         call.arguments[1]);
+            return error ? refuse(console, *error) : Success;
+        }
+        QBuffer file;
+        file.open(QIODevice::WriteOnly);
+        if (const auto error =
+                exportConfiguration(state.classDb(), state.refDb(), name, modId, !call.unprotected, file))
+            return refuse(console, *error);
+        if (console.out.write(file.data()) != file.data().size() || !writtenOut(console.out))
+            return refuse(console, QStringLiteral("cannot write standard output: %1").arg(console.out.errorString()));
+        return Success;
     });
 }
 
@@ -103,7 +135,9 @@ int importCommand(const Invocation& call, Console& console)
     return withStores(call, console, [&](AppState& state) {
         if (call.arguments[1].isEmpty())
             return refuse(console, QStringLiteral("a configuration name cannot be empty"));
-        const ImportResult result = importClassFile(state.classDb(), call.arguments[1], call.arguments[0]);
+        const ImportResult result = call.arguments[0] == StandardStream
+                                        ? importFromStandardInput(state.classDb(), call.arguments[1], console.in)
+                                        : importClassFile(state.classDb(), call.arguments[1], call.arguments[0]);
         if (result.status == ImportResult::Status::BadRecord) {
             console.error << result.message << '\n'; // the workbench's own words, as scripts may look for them
             return Refused;

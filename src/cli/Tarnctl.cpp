@@ -30,7 +30,10 @@ const char* const UsageText = R"(Usage:
 
 The data directory is DIR, else $TARN_DATA_DIR, else the program's own directory when it
 holds tarn_dat.db, else the workbench's per-user data directory. Missing stores are created.
-Names are taken exactly as typed. Exit status: 0 done, 1 refused or failed, 2 usage error.
+Names are taken exactly as typed. A FILE of "-" is standard output for export, and
+standard input for import and check. An export never replaces a device, a pipe or a
+file with several links: it writes into them. Exit status: 0 done, 1 refused or failed,
+2 usage error.
 )";
 
 using Command = std::function<int(const Invocation&, Console&)>;

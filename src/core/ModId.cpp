@@ -1,10 +1,10 @@
 #include "ModId.h"
 
 #include "classfile/Cp1252.h"
+#include "classfile/OutputFile.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 namespace tarn
 {
@@ -71,10 +71,7 @@ std::optional<QString> writeModId(const QString& iniPath, const QString& modId)
     if (!encoded.ok())
         return QStringLiteral("Cannot write %1: the Mod ID \"%2\" holds \"%3\", which the file cannot carry.")
             .arg(path, modId, encoded.refused);
-    QSaveFile file(iniPath);
-    if (file.open(QIODevice::WriteOnly) && file.write('"' + encoded.bytes + "\"\r\n") >= 0 && file.commit())
-        return std::nullopt;
-    return QStringLiteral("Cannot write %1: %2").arg(path, file.errorString());
+    return writeWholeFile(iniPath, '"' + encoded.bytes + "\"\r\n");
 }
 
 } // namespace tarn
