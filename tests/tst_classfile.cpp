@@ -381,6 +381,9 @@ private slots:
         QTest::newRow("no Windows-1252 byte")
             << false << "1" << QStringLiteral("a\u4E2D")
             << prefix + QStringLiteral("\"a\u4E2D\" holds \"\u4E2D\", which a class file cannot carry.");
+        QTest::newRow("carriage return") << false << "1" << QStringLiteral("gun\rner")
+                                         << prefix + QStringLiteral("holds a carriage return, which would end its line "
+                                                                    "in a class file.");
         QTest::newRow("Mod ID") << true << QStringLiteral("\u00E9") << "gunner"
                                 << QStringLiteral("The Mod ID \"\u00E9\" holds \"\u00E9\", which a protected class "
                                                   "file cannot carry.");
@@ -422,6 +425,7 @@ private slots:
         QTest::newRow("last line is not looked at")
             << classFile(header + a + QByteArrayList{"", "[Lost]"}) << QStringList{"A"};
         QTest::newRow("three lines") << classFile(header + QByteArrayList{"[X]"}) << QStringList{};
+        QTest::newRow("header only, as an empty configuration exports") << classFile(header) << QStringList{};
         QTest::newRow("[]") << classFile(header + classRecord("]")) << QStringList{""};
         QTest::newRow("[ alone") << classFile(header + classRecord("")) << QStringList{""};
         QTest::newRow("no closing bracket") << classFile(header + classRecord("Name")) << QStringList{"Nam"};
@@ -497,7 +501,7 @@ private slots:
         };
         const QString integer = QStringLiteral("is not a whole number from -32768 to 32767.");
         const QString sum = QStringLiteral("is not a number from -2147483648 to 2147483647.");
-        const QString fewLines = QStringLiteral("The file has fewer than three lines: it is not a class file.");
+        const QString fewLines = QStringLiteral("The file has fewer than two lines: it is not a class file.");
         QTest::newRow("letters") << second(4, "1 2 abc  0  0") << "line 13: max health \"abc\" " + integer << 1;
         QTest::newRow("too big") << second(4, "1 2 32768  0  0") << "line 13: max health \"32768\" " + integer << 1;
         QTest::newRow("smallest fits, sum too big")
@@ -514,7 +518,7 @@ private slots:
         QTest::newRow("empty skin") << second(1, "m r  0") << "line 10: decoy skin is missing." << 1;
         QTest::newRow("blank in a model") << second(1, "my m r b 0") << "line 10: decoy skin \"b\" " + integer << 1;
         QTest::newRow("short weapon line") << second(2, "1 2 3") << "line 11: weapon 4 is missing." << 1;
-        QTest::newRow("two lines") << classFile(ClassFileHeader) << fewLines << 0;
+        QTest::newRow("one line") << classFile({"V3 0"}) << fewLines << 0;
         QTest::newRow("ends inside a record")
             << classFile(first + classRecord("B]").mid(0, 3))
             << "line 12: the file ends inside the class record that starts on line 9." << 1;

@@ -30,11 +30,14 @@ void readIntegers(RecordFields& fields, std::array<qint16, N>& values, const cha
 
 ClassFileReader::ClassFileReader(QIODevice& in) : m_lines(in)
 {
-    for (int line = 0; line <= HeaderLines; ++line) {
+    for (int line = 0; line < HeaderLines; ++line) {
         if (m_lines.atEnd())
-            throw ClassFileError(QStringLiteral("The file has fewer than three lines: it is not a class file."));
-        m_current = m_lines.readLine();
+            throw ClassFileError(QStringLiteral("The file has fewer than two lines: it is not a class file."));
+        m_lines.readLine();
     }
+    // The header alone is an empty configuration, as the export writes it.
+    if (!m_lines.atEnd())
+        m_current = m_lines.readLine();
     m_current = unprotectLine(m_current);
     m_currentLine = m_lines.lineNumber();
 }

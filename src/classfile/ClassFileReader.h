@@ -35,15 +35,15 @@ using RecordEvent = std::variant<ReadClass, BadRecord>;
 // Reads the records of a class file of either form, one at a time. From line 3 on,
 // an empty line is passed over and a line opening with "[" starts a record of six
 // lines. The end of the file is tested before a line is looked at, so the last line
-// that is read between records is never looked at, and a file of three lines holds
-// no class.
+// that is read between records is never looked at, and a file of two or three lines
+// holds no class.
 class ClassFileReader
 {
 public:
     static constexpr int MaxClasses = 32767;
 
     // Reads the two header lines and line 3. Throws ClassFileError when the file has
-    // fewer than three lines or cannot be read.
+    // fewer than two lines or cannot be read; a file of the two header lines holds no class.
     explicit ClassFileReader(QIODevice& in);
 
     // The next record or bad line, or nothing at the end of the file. Reading can go

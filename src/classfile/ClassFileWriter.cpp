@@ -46,6 +46,9 @@ QByteArray encode(const QString& text, bool protect, const TextOwner& owner)
         if (const std::optional<char> byte = firstWithoutProtectedForm(encoded.bytes))
             refused = decodeCp1252(QByteArray(1, *byte));
     }
+    if (refused.isEmpty() && encoded.bytes.contains('\r'))
+        throw ClassFileError(QStringLiteral("%1 holds a carriage return, which would end its line in a class file.")
+                                 .arg(owner.describe()));
     if (refused.isEmpty())
         return encoded.bytes;
     const QString file = protect ? QStringLiteral("a protected class file") : QStringLiteral("a class file");
