@@ -89,9 +89,19 @@ class TestClassfile : public QObject
         return set;
     }
 
-    // Rows before the stop stay; the configuration is never listed.
-    void verifyStopped(const ImportResult& result, Status status, const QString& message, int kept)
+    QStringList allRows()
     {
+        return rowsOf(db(), "select * from classdef order by rowid") +
+               rowsOf(db(), "select * from package order by rowid");
+    }
+
+    // Rows before a bad record stay; any other failure leaves every row as it was. The
+    // configuration is never listed.
+    void verifyStopped(const ImportResult& result, Status status, const QString& message, int kept,
+                       const QStringList& rowsBefore)
+    {
+        if (status == Status::Failed)
+            QCOMPARE(allRows(), rowsBefore);
         QCOMPARE(result.status, status);
         QCOMPARE(result.message, message);
         QCOMPARE(result.classes, kept);
@@ -502,28 +512,28 @@ private slots:
         const QString integer = QStringLiteral("is not a whole number from -32768 to 32767.");
         const QString sum = QStringLiteral("is not a number from -2147483648 to 2147483647.");
         const QString fewLines = QStringLiteral("The file has fewer than two lines: it is not a class file.");
-        QTest::newRow("letters") << second(4, "1 2 abc  0  0") << "line 13: max health \"abc\" " + integer << 1;
-        QTest::newRow("too big") << second(4, "1 2 32768  0  0") << "line 13: max health \"32768\" " + integer << 1;
+        QTest::newRow("letters") << second(4, "1 2 abc  0  0") << "line 13: max health \"abc\" " + integer << 0;
+        QTest::newRow("too big") << second(4, "1 2 32768  0  0") << "line 13: max health \"32768\" " + integer << 0;
         QTest::newRow("smallest fits, sum too big")
-            << second(4, "1 2 -32768  0  2147483648") << "line 13: item sum \"2147483648\" " + sum << 1;
+            << second(4, "1 2 -32768  0  2147483648") << "line 13: item sum \"2147483648\" " + sum << 0;
         QTest::newRow("fraction in a 16-bit field")
-            << second(4, "1 2 3.5  0  0") << "line 13: max health \"3.5\" " + integer << 1;
+            << second(4, "1 2 3.5  0  0") << "line 13: max health \"3.5\" " + integer << 0;
         QTest::newRow("sum below the range once taken down")
-            << second(4, "1 2 3  -2147483648.5  0") << "line 13: ability sum \"-2147483648.5\" " + sum << 1;
-        QTest::newRow("sum without digits") << second(4, "1 2 3  -.  0") << "line 13: ability sum \"-.\" " + sum << 1;
+            << second(4, "1 2 3  -2147483648.5  0") << "line 13: ability sum \"-2147483648.5\" " + sum << 0;
+        QTest::newRow("sum without digits") << second(4, "1 2 3  -.  0") << "line 13: ability sum \"-.\" " + sum << 0;
         QTest::newRow("two in one line") << second(4, "x 2 y  0  0")
                                          << "line 13: max armor \"x\" " + integer + "\nline 13: max health \"y\" " +
                                                 integer
-                                         << 1;
-        QTest::newRow("empty skin") << second(1, "m r  0") << "line 10: decoy skin is missing." << 1;
-        QTest::newRow("blank in a model") << second(1, "my m r b 0") << "line 10: decoy skin \"b\" " + integer << 1;
-        QTest::newRow("short weapon line") << second(2, "1 2 3") << "line 11: weapon 4 is missing." << 1;
+                                         << 0;
+        QTest::newRow("empty skin") << second(1, "m r  0") << "line 10: decoy skin is missing." << 0;
+        QTest::newRow("blank in a model") << second(1, "my m r b 0") << "line 10: decoy skin \"b\" " + integer << 0;
+        QTest::newRow("short weapon line") << second(2, "1 2 3") << "line 11: weapon 4 is missing." << 0;
         QTest::newRow("one line") << classFile({"V3 0"}) << fewLines << 0;
         QTest::newRow("ends inside a record")
             << classFile(first + classRecord("B]").mid(0, 3))
-            << "line 12: the file ends inside the class record that starts on line 9." << 1;
+            << "line 12: the file ends inside the class record that starts on line 9." << 0;
         QTest::newRow("line too long") << classFile(first + classRecord(QByteArray(32768, 'x')))
-                                       << "line 9 is longer than 32767 characters." << 1;
+                                       << "line 9 is longer than 32767 characters." << 0;
     }
 
     void failures()
@@ -532,7 +542,8 @@ private slots:
         QFETCH(QString, message);
         QFETCH(int, kept);
         const Status status = message.startsWith(u"Bad Class Record: ") ? Status::BadRecord : Status::Failed;
-        verifyStopped(importBytes("New", file), status, message, kept);
+        const QStringList before = allRows();
+        verifyStopped(importBytes("New", file), status, message, kept, before);
     }
 
     void classCounterStopsAt32767()
@@ -541,10 +552,11 @@ private slots:
         const QByteArray one = classFile(classRecord("c]"));
         for (int i = 0; i < 32768; ++i)
             file += one;
+        const QStringList before = allRows();
         verifyStopped(importBytes("New", file), Status::Failed,
                       QStringLiteral("line 196605: the file holds more than 32767 classes, more than a configuration "
                                      "can number."),
-                      32767);
+                      0, before);
     }
 
     // The name is bound as typed, and a name in use takes a second package row.

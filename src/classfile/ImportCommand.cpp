@@ -49,9 +49,9 @@ public:
             m_transaction.commit();
             return {Status::Complete, QStringLiteral("Import Complete"), m_stored};
         } catch (const ClassFileError& e) {
-            return stop(Status::Failed, e.message());
+            return fail(e.message());
         } catch (const StoreError& e) {
-            return stop(Status::Failed, e.message());
+            return fail(e.message());
         }
     }
 
@@ -60,10 +60,10 @@ private:
     std::optional<ImportResult> take(const RecordEvent& event)
     {
         if (const auto* bad = std::get_if<BadRecord>(&event))
-            return stop(Status::BadRecord, BadRecordPrefix + bad->text);
+            return keepRowsRead(BadRecordPrefix + bad->text);
         const ReadClass& read = std::get<ReadClass>(event);
         if (!read.problems.isEmpty())
-            return stop(Status::Failed, read.problems.join(u'\n'));
+            return fail(read.problems.join(u'\n'));
         bindClassRow(m_insert, read.record, m_name, read.number);
         m_insert.step();
         m_insert.reset();
@@ -71,17 +71,20 @@ private:
         return std::nullopt;
     }
 
-    // The rows of the records before the stop are kept, as they are without a
-    // package row; only a store that cannot keep them loses them.
-    ImportResult stop(Status status, const QString& message)
+    // At a bad record the rows of the records before it are kept, without a package
+    // row; only a store that cannot keep them loses them.
+    ImportResult keepRowsRead(const QString& message)
     {
         try {
             m_transaction.commit();
-            return {status, message, m_stored};
+            return {Status::BadRecord, message, m_stored};
         } catch (const StoreError& e) {
             return {Status::Failed, message + u'\n' + e.message(), 0};
         }
     }
+
+    // Any other failure leaves the store as it was: the transaction is rolled back.
+    static ImportResult fail(const QString& message) { return {Status::Failed, message, 0}; }
 
     Database& m_db;
     QString m_name;

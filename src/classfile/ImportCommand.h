@@ -15,13 +15,15 @@ struct ImportResult {
     Status status = Status::Failed;
     // "Import Complete", "Bad Class Record: " and the line, or what failed and why.
     QString message;
-    // Rows stored under the new name; those before a bad record or a failure stay.
+    // Rows stored under the new name: those before a bad record stay, and any other
+    // failure stores none.
     int classes = 0;
 };
 
 // Reads a class file of either form into classdef under newName, taken as typed, and
-// adds the package row only when the whole file has been read. On a bad record or
-// any failure the rows before it are kept and no package row is written.
+// adds the package row only when the whole file has been read. On a bad record the
+// rows before it are kept with no package row; any other failure leaves the store
+// exactly as it was.
 ImportResult importClassFile(Database& classDb, const QString& newName, QIODevice& in);
 ImportResult importClassFile(Database& classDb, const QString& newName, const QString& path);
 
