@@ -218,6 +218,23 @@ private slots:
         QCOMPARE(readFile(path), before);
     }
 
+    // A store another program holds is told as busy once the wait is over, and the
+    // wait is the caller's to set.
+    void busyStoreIsToldAsBusy()
+    {
+        Database holder(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing);
+        holder.exec(QStringLiteral("BEGIN EXCLUSIVE"));
+        const Outcome busy = tarnctl({"--wait", "0.2", "new", "x"});
+        holder.exec(QStringLiteral("ROLLBACK"));
+        QCOMPARE(busy.status, 1);
+        QVERIFY2(busy.err.contains("tarn_dat.db is busy: another program is writing to it (database is locked). Close "
+                                   "that program or wait until it is done, then try again.\n"),
+                 busy.err.constData());
+        QCOMPARE(busy.err.count('\n'), 1);
+        QCOMPARE(tarnctl({"--wait", "soon", "list"}).status, 2);
+        QCOMPARE(tarnctl({"--wait", "0", "new", "x"}).status, 0);
+    }
+
     void badRecordIsReportedAndNoConfigurationMade()
     {
         QVERIFY(writeFile(file("bad.class"), classFile(ClassFileHeader + classRecord("A]") + QByteArrayList{"stray"} +

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <chrono>
 
 namespace tarn::cli
 {
@@ -15,6 +16,7 @@ struct Invocation {
     QStringList arguments;
     QString dataDirectory;
     bool unprotected = false;
+    std::chrono::milliseconds busyWait{30000}; // a build may run many imports at once
 };
 
 // A file argument of "-" is standard output for export, standard input for import and check.

@@ -30,7 +30,7 @@ int refuse(Console& console, const QString& why)
 int withStores(const Invocation& call, Console& console, const std::function<int(AppState&)>& command)
 {
     try {
-        const std::unique_ptr<AppState> state = AppState::open(call.dataDirectory);
+        const std::unique_ptr<AppState> state = AppState::open(call.dataDirectory, call.busyWait);
         return command(*state);
     } catch (const StoreError& error) {
         return refuse(console, error.message());

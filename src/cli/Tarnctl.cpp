@@ -30,11 +30,16 @@ const char* const UsageText = R"(Usage:
 
 The data directory is DIR, else $TARN_DATA_DIR, else the program's own directory when it
 holds tarn_dat.db, else the workbench's per-user data directory. Missing stores are created.
+--wait SECONDS sets how long a command on the stores waits while another program is
+writing to them, 30 seconds unless given, before it reports the store busy.
 Names are taken exactly as typed. A FILE of "-" is standard output for export, and
 standard input for import and check. An export never replaces a device, a pipe or a
 file with several links: it writes into them. Exit status: 0 done, 1 refused or failed,
 2 usage error.
 )";
+
+// A day: longer than any build step should hang on a store.
+constexpr int MaxWaitSeconds = 86400;
 
 using Command = std::function<int(const Invocation&, Console&)>;
 
@@ -70,9 +75,10 @@ int run(const QStringList& arguments, Console& console)
     QCommandLineParser parser;
     const QCommandLineOption dataDir(QStringLiteral("data-dir"), QString(), QStringLiteral("dir"));
     const QCommandLineOption unprotected(QStringLiteral("unprotected"));
+    const QCommandLineOption wait(QStringLiteral("wait"), QString(), QStringLiteral("seconds"));
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption version(QStringLiteral("version"));
-    parser.addOptions({dataDir, unprotected, help, version});
+    parser.addOptions({dataDir, unprotected, wait, help, version});
     if (!parser.parse(QStringList{QStringLiteral("tarnctl")} + arguments))
         return usageError(console, parser.errorText());
     if (parser.isSet(help)) {
@@ -95,7 +101,16 @@ int run(const QStringList& arguments, Console& console)
         return usageError(console, QStringLiteral("wrong number of arguments for \"%1\"").arg(command));
     if (parser.isSet(unprotected) && command != QLatin1String("export"))
         return usageError(console, QStringLiteral("--unprotected goes with export only"));
-    const Invocation call{command, positional, resolveDataDirectory(parser.value(dataDir)), parser.isSet(unprotected)};
+    Invocation call{command, positional, resolveDataDirectory(parser.value(dataDir)), parser.isSet(unprotected)};
+    if (parser.isSet(wait)) {
+        bool ok = false;
+        const double seconds = parser.value(wait).toDouble(&ok);
+        if (!ok || seconds < 0 || seconds > MaxWaitSeconds)
+            return usageError(console, QStringLiteral("--wait takes a number of seconds from 0 to %1, not \"%2\"")
+                                           .arg(MaxWaitSeconds)
+                                           .arg(parser.value(wait)));
+        call.busyWait = std::chrono::milliseconds(qint64(seconds * 1000));
+    }
     return info.run(call, console);
 }
 

@@ -7,11 +7,11 @@
 namespace tarn
 {
 
-std::unique_ptr<AppState> AppState::open(const QString& dataDirectory)
+std::unique_ptr<AppState> AppState::open(const QString& dataDirectory, std::chrono::milliseconds busyWait)
 {
     auto state = std::make_unique<AppState>();
     state->dataDirectory = dataDirectory;
-    state->stores = openStores(dataDirectory);
+    state->stores = openStores(dataDirectory, busyWait);
     return state;
 }
 

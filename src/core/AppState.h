@@ -18,7 +18,8 @@ struct AppState {
     bool protectOutput = false; // the form of the next export
 
     // Opens (or first makes) the stores of a data directory; throws StoreError.
-    static std::unique_ptr<AppState> open(const QString& dataDirectory);
+    static std::unique_ptr<AppState> open(const QString& dataDirectory,
+                                          std::chrono::milliseconds busyWait = Database::DefaultBusyWait);
 
     Database& classDb() { return *stores.classDb; }
     Database& refDb() { return *stores.refDb; }

@@ -37,26 +37,29 @@ void createStore(const QString& path, std::span<const TableDef* const> tables, c
     }
 }
 
-std::unique_ptr<Database> openStore(const QString& path, std::span<const TableDef* const> tables, const Seed& seed)
+std::unique_ptr<Database> openStore(const QString& path, std::span<const TableDef* const> tables, const Seed& seed,
+                                    std::chrono::milliseconds busyWait)
 {
     if (!QFileInfo::exists(path))
         createStore(path, tables, seed);
-    auto db = std::make_unique<Database>(path, Database::Open::Existing);
+    auto db = std::make_unique<Database>(path, Database::Open::Existing, busyWait);
     schema::verify(*db, tables);
     return db;
 }
 
 } // namespace
 
-Stores openStores(const QString& dataDirectory)
+Stores openStores(const QString& dataDirectory, std::chrono::milliseconds busyWait)
 {
     if (!QDir().mkpath(dataDirectory))
         throw StoreError(
             QStringLiteral("Cannot create the data directory %1.").arg(QDir::toNativeSeparators(dataDirectory)));
     const QDir dir(dataDirectory);
     Stores stores;
-    stores.classDb = openStore(dir.filePath(ClassStoreFile), schema::dataTables(), insertExampleConfiguration);
-    stores.refDb = openStore(dir.filePath(ReferenceStoreFile), schema::referenceTables(), insertDefaultReferenceRows);
+    stores.classDb =
+        openStore(dir.filePath(ClassStoreFile), schema::dataTables(), insertExampleConfiguration, busyWait);
+    stores.refDb =
+        openStore(dir.filePath(ReferenceStoreFile), schema::referenceTables(), insertDefaultReferenceRows, busyWait);
     return stores;
 }
 

@@ -17,7 +17,8 @@ struct Stores {
 
 // Opens the stores of a data directory, making the directory and any missing store
 // (with its tables and starting rows) first. An existing file is never overwritten.
-// Throws StoreError naming the file and the reason.
-Stores openStores(const QString& dataDirectory);
+// Throws StoreError naming the file and the reason. Statements wait up to busyWait
+// for a store that another program is writing.
+Stores openStores(const QString& dataDirectory, std::chrono::milliseconds busyWait = Database::DefaultBusyWait);
 
 } // namespace tarn

@@ -3,19 +3,14 @@
 #include "StoreError.h"
 
 #include <QDir>
+#include <algorithm>
+#include <limits>
 #include <sqlite3.h>
 
 namespace tarn
 {
 
-namespace
-{
-// How long a statement waits for another program (the workbench, a build script)
-// to finish its write before it gives up with "database is locked".
-constexpr int BusyTimeoutMs = 5000;
-} // namespace
-
-Database::Database(const QString& path, Open how) : m_path(path)
+Database::Database(const QString& path, Open how, std::chrono::milliseconds busyWait) : m_path(path)
 {
     const int flags = SQLITE_OPEN_READWRITE | (how == Open::CreateNew ? SQLITE_OPEN_CREATE : 0);
     const QByteArray native = QDir::toNativeSeparators(path).toUtf8();
@@ -25,7 +20,7 @@ Database::Database(const QString& path, Open how) : m_path(path)
         m_db = nullptr;
         throw StoreError(QStringLiteral("Cannot open %1: %2").arg(QDir::toNativeSeparators(path), why));
     }
-    sqlite3_busy_timeout(m_db, BusyTimeoutMs);
+    sqlite3_busy_timeout(m_db, int(std::min<qint64>(busyWait.count(), std::numeric_limits<int>::max())));
     sqlite3_extended_result_codes(m_db, 1);
 }
 
@@ -41,12 +36,8 @@ Statement Database::prepare(const QString& sql)
 
 void Database::exec(const QString& sql)
 {
-    char* error = nullptr;
-    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &error) != SQLITE_OK) {
-        const QString why = QString::fromUtf8(error ? error : sqlite3_errmsg(m_db));
-        sqlite3_free(error);
-        throw StoreError(why);
-    }
+    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        throwStoreError(m_db);
 }
 
 qint64 Database::lastInsertRowId() const

@@ -3,6 +3,7 @@
 #include "Statement.h"
 
 #include <QString>
+#include <chrono>
 
 struct sqlite3;
 
@@ -15,8 +16,11 @@ class Database
 {
 public:
     enum class Open { Existing, CreateNew };
+    // How long a statement waits for another program (the workbench, a build script)
+    // to finish its write before it gives up with the store busy.
+    static constexpr std::chrono::milliseconds DefaultBusyWait{5000};
 
-    Database(const QString& path, Open how);
+    Database(const QString& path, Open how, std::chrono::milliseconds busyWait = DefaultBusyWait);
     ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;

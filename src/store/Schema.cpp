@@ -215,7 +215,7 @@ void verify(Database& db, std::span<const TableDef* const> tables)
             }
         }
     } catch (const StoreError& e) {
-        if (e.message().startsWith(file))
+        if (e.busy() || e.message().startsWith(file))
             throw;
         throw StoreError(QStringLiteral("%1 is not a database of this program: %2").arg(file, e.message()));
     }

@@ -2,6 +2,8 @@
 
 #include "StoreError.h"
 
+#include <QDir>
+#include <memory>
 #include <sqlite3.h>
 
 namespace tarn
@@ -88,9 +90,9 @@ bool Statement::step()
         return true;
     if (rc == SQLITE_DONE)
         return false;
-    const QString why = QString::fromUtf8(sqlite3_errmsg(m_db));
-    sqlite3_reset(m_stmt);
-    throw StoreError(why);
+    // The statement is reset once the error has been read, so that it can run again.
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> resetAfter(m_stmt, sqlite3_reset);
+    throwStoreError(m_db);
 }
 
 void Statement::run(const QVariantList& values)
@@ -150,7 +152,21 @@ QString Statement::text(int index) const
 
 void Statement::fail(const QString& what) const
 {
-    throw StoreError(QStringLiteral("%1: %2").arg(what, QString::fromUtf8(sqlite3_errmsg(m_db))));
+    throwStoreError(m_db, what);
+}
+
+void throwStoreError(sqlite3* db, const QString& what)
+{
+    const QString why = QString::fromUtf8(sqlite3_errmsg(db));
+    const int code = sqlite3_errcode(db) & 0xFF;
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED) {
+        const QString file = QDir::toNativeSeparators(QString::fromUtf8(sqlite3_db_filename(db, "main")));
+        throw StoreError(QStringLiteral("%1 is busy: another program is writing to it (%2). Close that program or "
+                                        "wait until it is done, then try again.")
+                             .arg(file, why),
+                         true);
+    }
+    throw StoreError(what.isEmpty() ? why : what + QStringLiteral(": ") + why);
 }
 
 } // namespace tarn

@@ -9,6 +9,10 @@ struct sqlite3_stmt;
 namespace tarn
 {
 
+// The error of the connection's last call: a store held by another program is told
+// as busy, with what to do about it; anything else in SQLite's words, after what.
+[[noreturn]] void throwStoreError(sqlite3* db, const QString& what = {});
+
 // One prepared statement. Parameters are bound by position from 1; a null QVariant
 // binds SQL NULL, and a NULL column reads back as a null QVariant.
 class Statement
