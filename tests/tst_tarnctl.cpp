@@ -5,6 +5,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -231,8 +234,8 @@ private slots:
                                    "that program or wait until it is done, then try again.\n"),
                  busy.err.constData());
         QCOMPARE(busy.err.count('\n'), 1);
-        QCOMPARE(tarnctl({"--wait", "soon", "list"}).status, 2);
-        QCOMPARE(tarnctl({"--wait", "0", "new", "x"}).status, 0);
+        QCOMPARE(tarnctl({"--wait", "0", "new", "after"}).status, 0);
+        QCOMPARE(tarnctl({"list"}).out, QByteArray("Example\nTest Set\nafter\n")); // in the main window's order
     }
 
     void badRecordIsReportedAndNoConfigurationMade()
@@ -245,20 +248,6 @@ private slots:
         QVERIFY(!tarnctl({"list"}).out.contains("broken"));
     }
 
-    void lockedStoreIsReportedNotCorrupted()
-    {
-        Database holder(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing);
-        Transaction hold(holder);
-        const Outcome outcome = tarnctl({"new", "while locked"});
-        QCOMPARE(outcome.status, 1);
-        QVERIFY2(outcome.err.contains("locked"), outcome.err.constData());
-        hold.commit();
-        QCOMPARE(tarnctl({"new", "after"}).status, 0);
-        const Outcome listed = tarnctl({"list"}); // in the main window's order
-        QCOMPARE(listed.status, 0);
-        QCOMPARE(listed.out, QByteArray("Example\nTest Set\nafter\n"));
-    }
-
     void usageErrorsExitWithTwo_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -268,21 +257,92 @@ private slots:
         QTest::newRow("too many") << QStringList{"list", "extra"};
         QTest::newRow("unknown option") << QStringList{"--colour", "list"};
         QTest::newRow("option on the wrong command") << QStringList{"import", "a", "b", "--unprotected"};
+        QTest::newRow("json on the wrong command") << QStringList{"new", "a", "--json"};
+        QTest::newRow("wait without a number") << QStringList{"--wait", "soon", "list"};
+        QTest::newRow("help on an unknown command") << QStringList{"help", "frobnicate"};
     }
+    // One line names the problem, and one points to the help.
     void usageErrorsExitWithTwo()
     {
         QFETCH(QStringList, arguments);
         const Outcome outcome = run(arguments);
         QCOMPARE(outcome.status, 2);
-        QVERIFY(outcome.err.contains("Usage:"));
+        QVERIFY2(outcome.err.startsWith("tarnctl: ") && outcome.err.endsWith("\nTry 'tarnctl --help'.\n") &&
+                     outcome.err.count('\n') == 2,
+                 outcome.err.constData());
+    }
+
+    void commandHelpIsTheCommandsOwn_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("option") << QStringList{"export", "--help"};
+        QTest::newRow("help command") << QStringList{"help", "export"};
+    }
+    void commandHelpIsTheCommandsOwn()
+    {
+        QFETCH(QStringList, arguments);
+        const Outcome outcome = run(arguments);
+        QCOMPARE(outcome.status, 0);
+        QVERIFY(outcome.out.contains("tarnctl export NAME FILE [--unprotected]"));
+        QVERIFY(!outcome.out.contains("tarnctl import"));
+    }
+
+    // tarnctl never makes stores but through init, and tells what is missing.
+    void storesAreMadeOnlyByInit_data()
+    {
+        QTest::addColumn<QStringList>("present");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("no directory") << QStringList{}
+                                      << "no Tarn stores in %1 (run the workbench once, or `tarnctl init`)";
+        QTest::newRow("class store only")
+            << QStringList{"tarn_dat.db"} << "%1/tarn_ref.db is missing, though tarn_dat.db is there";
+        QTest::newRow("reference store only")
+            << QStringList{"tarn_ref.db"} << "%1/tarn_dat.db is missing, though tarn_ref.db is there";
+    }
+    void storesAreMadeOnlyByInit()
+    {
+        QFETCH(QStringList, present);
+        QFETCH(QString, said);
+        const QString dir = file("other");
+        for (const QString& store : present) {
+            QVERIFY(QDir().mkpath(dir));
+            QVERIFY(QFile::copy(QDir(data()).filePath(store), QDir(dir).filePath(store)));
+        }
+        const QStringList before = QDir(dir).entryList(QDir::Files);
+        const Outcome listed = run({"--data-dir", dir, "list"});
+        QCOMPARE(listed.status, 1);
+        QCOMPARE(listed.err, ("tarnctl: " + said.arg(dir) + '\n').toUtf8());
+        QCOMPARE(QDir(dir).entryList(QDir::Files), before);
+
+        const Outcome init = run({"--data-dir", dir, "init", "--quiet"});
+        QCOMPARE(init.status, present.isEmpty() ? 0 : 1);
+        QCOMPARE(init.out, QByteArray());
+        const QStringList made{"tarn_dat.db", "tarn_ref.db"};
+        QCOMPARE(QDir(dir).entryList(QDir::Files), present.isEmpty() ? made : before);
+        if (present.isEmpty())
+            QCOMPARE(run({"--data-dir", dir, "init"}).status, 1); // existing stores are never touched
+    }
+
+    void listAsJsonCountsClassesAndQuietKeepsErrors()
+    {
+        QCOMPARE(tarnctl({"new", "Empty"}).status, 0);
+        const QJsonArray list = QJsonDocument::fromJson(tarnctl({"list", "--json"}).out).array();
+        QCOMPARE(list.size(), 3);
+        QCOMPARE(list[0].toObject(), (QJsonObject{{"name", "Empty"}, {"classes", 0}}));
+        QCOMPARE(list[2].toObject(), (QJsonObject{{"name", "Test Set"}, {"classes", 2}}));
+        const Outcome quiet = tarnctl({"-q", "import", testDataPath("test_set_protected.class"), "Again"});
+        QCOMPARE(quiet.status, 0);
+        QCOMPARE(quiet.out, QByteArray());
+        QCOMPARE(tarnctl({"--quiet", "delete", "nobody"}).err,
+                 QByteArray("tarnctl: no configuration is named \"nobody\"\n"));
     }
 
     void helpDocumentsEveryCommand()
     {
         const Outcome outcome = run({"--help"});
         QCOMPARE(outcome.status, 0);
-        for (const char* command :
-             {"list", "new", "delete", "copy", "export", "import", "modid", "protect", "unprotect", "check"})
+        for (const char* command : {"init", "list", "new", "delete", "copy", "export", "import", "modid", "protect",
+                                    "unprotect", "check", "--wait", "--quiet", "\"-\"", "Exit status"})
             QVERIFY2(outcome.out.contains(command), command);
     }
 

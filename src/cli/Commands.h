@@ -16,6 +16,8 @@ struct Invocation {
     QStringList arguments;
     QString dataDirectory;
     bool unprotected = false;
+    bool json = false;
+    bool quiet = false;
     std::chrono::milliseconds busyWait{30000}; // a build may run many imports at once
 };
 
@@ -24,6 +26,7 @@ inline const QString StandardStream = QStringLiteral("-");
 inline const QString StandardInputName = QStringLiteral("(standard input)");
 
 // Commands on the stores of the data directory.
+int initCommand(const Invocation& call, Console& console);
 int listCommand(const Invocation& call, Console& console);
 int newCommand(const Invocation& call, Console& console);
 int deleteCommand(const Invocation& call, Console& console);

@@ -100,7 +100,7 @@ int checkCommand(const Invocation& call, Console& console)
         console.error << name << ": warning: " << warning << '\n';
     for (const QString& problem : check.problems)
         console.error << name << ": " << problem << '\n';
-    if (check.problems.isEmpty())
+    if (check.problems.isEmpty() && !call.quiet)
         console.text << name << ": no problems\n";
     return check.problems.isEmpty() ? Success : Refused;
 }

@@ -3,12 +3,18 @@
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
 #include "core/AppState.h"
+#include "core/DataDirectory.h"
 #include "core/ModId.h"
 #include "store/Configurations.h"
 #include "store/StoreError.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QFileDevice>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTextStream>
 #include <functional>
 
@@ -25,10 +31,29 @@ int refuse(Console& console, const QString& why)
     return Refused;
 }
 
+// Both stores must be there: tarnctl never makes them, so that a mistyped data
+// directory is told instead of quietly filled with new, empty stores.
+std::optional<QString> missingStores(const QString& dataDirectory)
+{
+    const QDir dir(dataDirectory);
+    const bool classStore = QFileInfo::exists(dir.filePath(ClassStoreFile));
+    const bool referenceStore = QFileInfo::exists(dir.filePath(ReferenceStoreFile));
+    if (!classStore && !referenceStore)
+        return QStringLiteral("no Tarn stores in %1 (run the workbench once, or `tarnctl init`)")
+            .arg(QDir::toNativeSeparators(dataDirectory));
+    if (classStore && referenceStore)
+        return std::nullopt;
+    return QStringLiteral("%1 is missing, though %2 is there")
+        .arg(QDir::toNativeSeparators(dir.filePath(classStore ? ReferenceStoreFile : ClassStoreFile)),
+             classStore ? ClassStoreFile : ReferenceStoreFile);
+}
+
 // Opens the stores of the data directory and runs the command on them; a store
-// that cannot be opened, or that refuses, is reported and ends with status 1.
+// that is missing, cannot be opened or refuses is reported and ends with status 1.
 int withStores(const Invocation& call, Console& console, const std::function<int(AppState&)>& command)
 {
+    if (const std::optional<QString> missing = missingStores(call.dataDirectory))
+        return refuse(console, *missing);
     try {
         const std::unique_ptr<AppState> state = AppState::open(call.dataDirectory, call.busyWait);
         return command(*state);
@@ -66,11 +91,38 @@ ImportResult importFromStandardInput(Database& classDb, const QString& name, QIO
 
 } // namespace
 
+int initCommand(const Invocation& call, Console& console)
+{
+    const QDir dir(call.dataDirectory);
+    for (const QString& store : {ClassStoreFile, ReferenceStoreFile}) {
+        if (QFileInfo::exists(dir.filePath(store)))
+            return refuse(console, QStringLiteral("%1 exists already; init touches nothing")
+                                       .arg(QDir::toNativeSeparators(dir.filePath(store))));
+    }
+    try {
+        AppState::open(call.dataDirectory, call.busyWait);
+    } catch (const StoreError& error) {
+        return refuse(console, error.message());
+    }
+    if (!call.quiet)
+        console.text << "Created the stores in " << QDir::toNativeSeparators(call.dataDirectory) << '\n';
+    return Success;
+}
+
 int listCommand(const Invocation& call, Console& console)
 {
     return withStores(call, console, [&](AppState& state) {
-        for (const QString& name : listConfigurations(state.classDb()))
-            console.text << name << '\n';
+        const QStringList names = listConfigurations(state.classDb());
+        if (!call.json) {
+            for (const QString& name : names)
+                console.text << name << '\n';
+            return Success;
+        }
+        QJsonArray list;
+        for (const QString& name : names)
+            list.append(QJsonObject{{QStringLiteral("name"), name},
+                                    {QStringLiteral("classes"), countClasses(state.classDb(), name)}});
+        console.text << QJsonDocument(list).toJson(QJsonDocument::Indented);
         return Success;
     });
 }
@@ -144,7 +196,8 @@ int importCommand(const Invocation& call, Console& console)
         }
         if (result.status != ImportResult::Status::Complete)
             return refuse(console, result.message);
-        console.text << result.message << '\n';
+        if (!call.quiet)
+            console.text << result.message << '\n';
         return Success;
     });
 }

@@ -15,31 +15,23 @@ namespace tarn::cli
 namespace
 {
 
-const char* const UsageText = R"(Usage:
-  tarnctl [--data-dir DIR] list                      configuration names, one per line, in list order
-  tarnctl [--data-dir DIR] new NAME                  adds an empty configuration
-  tarnctl [--data-dir DIR] delete NAME               deletes a configuration and its classes
-  tarnctl [--data-dir DIR] copy SOURCE NEW           copies a configuration with all its classes
-  tarnctl [--data-dir DIR] export NAME FILE [--unprotected]
-                                                     writes a class file, protected unless --unprotected
-  tarnctl [--data-dir DIR] import FILE NAME          reads a class file as a new configuration
-  tarnctl [--data-dir DIR] modid [VALUE]             prints the Mod ID, or sets it
-  tarnctl protect | unprotect                        filters standard input to standard output, line by line
-  tarnctl check FILE                                 lists every problem an import of FILE would meet
-  tarnctl --help | --version
+const char* const Closing = R"(
+Options go anywhere on the line:
+  --data-dir DIR   the data directory; else $TARN_DATA_DIR, else the program's own directory
+                   when it holds tarn_dat.db, else the workbench's per-user data directory
+  --wait SECONDS   how long a command waits while another program is writing to the
+                   stores, 30 seconds unless given, before it reports the store busy
+  -q, --quiet      no success messages ("Import Complete", "no problems"); errors stay
+  -h, --help       this text; "tarnctl help COMMAND" or "COMMAND --help" for one command
+  --version        the version
 
-The data directory is DIR, else $TARN_DATA_DIR, else the program's own directory when it
-holds tarn_dat.db, else the workbench's per-user data directory. Missing stores are created.
---wait SECONDS sets how long a command on the stores waits while another program is
-writing to them, 30 seconds unless given, before it reports the store busy.
-Names are taken exactly as typed. A FILE of "-" is standard output for export, and
-standard input for import and check. An export never replaces a device, a pipe or a
-file with several links: it writes into them. Exit status: 0 done, 1 refused or failed,
-2 usage error.
+tarnctl never creates stores, except through "tarnctl init". Names are taken exactly as
+typed. A FILE of "-" is standard output for export, and standard input for import and
+check. An export never replaces a device, a pipe or a file with several links: it writes
+into them, and it refuses the data directory's own stores and tarn.ini.
+
+Exit status: 0 done, 1 refused or failed (the reason on standard error), 2 usage error.
 )";
-
-// A day: longer than any build step should hang on a store.
-constexpr int MaxWaitSeconds = 86400;
 
 using Command = std::function<int(const Invocation&, Console&)>;
 
@@ -47,25 +39,76 @@ struct CommandInfo {
     Command run;
     int minArguments;
     int maxArguments;
+    const char* synopsis; // behind "tarnctl "
+    const char* summary;
 };
+
+// A day: longer than any build step should hang on a store.
+constexpr int MaxWaitSeconds = 86400;
 
 const std::map<QString, CommandInfo>& commands()
 {
     static const std::map<QString, CommandInfo> table{
-        {QStringLiteral("list"), {listCommand, 0, 0}},           {QStringLiteral("new"), {newCommand, 1, 1}},
-        {QStringLiteral("delete"), {deleteCommand, 1, 1}},       {QStringLiteral("copy"), {copyCommand, 2, 2}},
-        {QStringLiteral("export"), {exportCommand, 2, 2}},       {QStringLiteral("import"), {importCommand, 2, 2}},
-        {QStringLiteral("modid"), {modIdCommand, 0, 1}},         {QStringLiteral("protect"), {protectCommand, 0, 0}},
-        {QStringLiteral("unprotect"), {unprotectCommand, 0, 0}}, {QStringLiteral("check"), {checkCommand, 1, 1}},
+        {QStringLiteral("init"),
+         {initCommand, 0, 0, "init",
+          "creates the two stores of the data directory, as the workbench's first start does"}},
+        {QStringLiteral("list"),
+         {listCommand, 0, 0, "list [--json]",
+          "configuration names, one per line, in list order; with --json, each with its class count"}},
+        {QStringLiteral("new"), {newCommand, 1, 1, "new NAME", "adds an empty configuration"}},
+        {QStringLiteral("delete"), {deleteCommand, 1, 1, "delete NAME", "deletes a configuration and its classes"}},
+        {QStringLiteral("copy"), {copyCommand, 2, 2, "copy SOURCE NEW", "copies a configuration with all its classes"}},
+        {QStringLiteral("export"),
+         {exportCommand, 2, 2, "export NAME FILE [--unprotected]",
+          "writes a class file, protected unless --unprotected"}},
+        {QStringLiteral("import"),
+         {importCommand, 2, 2, "import FILE NAME", "reads a class file as a new configuration"}},
+        {QStringLiteral("modid"), {modIdCommand, 0, 1, "modid [VALUE]", "prints the Mod ID, or sets it"}},
+        {QStringLiteral("protect"),
+         {protectCommand, 0, 0, "protect",
+          "filters standard input to standard output, line by line, into the "
+          "protected form"}},
+        {QStringLiteral("unprotect"),
+         {unprotectCommand, 0, 0, "unprotect",
+          "filters standard input to standard output, line by line, into the "
+          "plain form"}},
+        {QStringLiteral("check"),
+         {checkCommand, 1, 1, "check FILE", "lists every problem an import of FILE would meet"}},
     };
     return table;
 }
 
+QString commandHelp(const CommandInfo& info)
+{
+    return QStringLiteral("  tarnctl %1\n      %2\n").arg(QLatin1String(info.synopsis), QLatin1String(info.summary));
+}
+
+QString generalHelp()
+{
+    QString text = QStringLiteral("Usage: tarnctl [OPTIONS] COMMAND [ARGUMENTS]\n\nCommands:\n");
+    for (const auto& [name, info] : commands())
+        text += commandHelp(info);
+    return text + QLatin1String(Closing);
+}
+
 int usageError(Console& console, const QString& why)
 {
-    console.error << "tarnctl: " << why << "\n\n" << UsageText;
+    console.error << "tarnctl: " << why << "\nTry 'tarnctl --help'.\n";
     console.error.flush();
     return Usage;
+}
+
+int showHelp(Console& console, const QString& command)
+{
+    if (command.isEmpty()) {
+        console.text << generalHelp();
+        return Success;
+    }
+    const auto found = commands().find(command);
+    if (found == commands().end())
+        return usageError(console, QStringLiteral("unknown command \"%1\"").arg(command));
+    console.text << "Usage:\n" << commandHelp(found->second);
+    return Success;
 }
 
 } // namespace
@@ -75,33 +118,43 @@ int run(const QStringList& arguments, Console& console)
     QCommandLineParser parser;
     const QCommandLineOption dataDir(QStringLiteral("data-dir"), QString(), QStringLiteral("dir"));
     const QCommandLineOption unprotected(QStringLiteral("unprotected"));
+    const QCommandLineOption json(QStringLiteral("json"));
     const QCommandLineOption wait(QStringLiteral("wait"), QString(), QStringLiteral("seconds"));
+    const QCommandLineOption quiet(QStringList{QStringLiteral("q"), QStringLiteral("quiet")});
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption version(QStringLiteral("version"));
-    parser.addOptions({dataDir, unprotected, wait, help, version});
+    parser.addOptions({dataDir, unprotected, json, wait, quiet, help, version});
     if (!parser.parse(QStringList{QStringLiteral("tarnctl")} + arguments))
         return usageError(console, parser.errorText());
-    if (parser.isSet(help)) {
-        console.text << UsageText;
-        return Success;
-    }
+    QStringList positional = parser.positionalArguments();
+    if (parser.isSet(help))
+        return showHelp(console, positional.value(0));
     if (parser.isSet(version)) {
         console.text << "tarnctl " << QCoreApplication::applicationVersion() << '\n';
         return Success;
     }
-    QStringList positional = parser.positionalArguments();
     if (positional.isEmpty())
         return usageError(console, QStringLiteral("no command given"));
     const QString command = positional.takeFirst();
+    if (command == QLatin1String("help") && positional.size() <= 1)
+        return showHelp(console, positional.value(0));
     const auto found = commands().find(command);
     if (found == commands().end())
         return usageError(console, QStringLiteral("unknown command \"%1\"").arg(command));
     const CommandInfo& info = found->second;
-    if (positional.size() < info.minArguments || positional.size() > info.maxArguments)
-        return usageError(console, QStringLiteral("wrong number of arguments for \"%1\"").arg(command));
+    if (positional.size() < info.minArguments)
+        return usageError(console, QStringLiteral("missing arguments: tarnctl %1").arg(QLatin1String(info.synopsis)));
+    if (positional.size() > info.maxArguments)
+        return usageError(
+            console, QStringLiteral("too many arguments for %1: \"%2\"").arg(command, positional[info.maxArguments]));
     if (parser.isSet(unprotected) && command != QLatin1String("export"))
         return usageError(console, QStringLiteral("--unprotected goes with export only"));
-    Invocation call{command, positional, resolveDataDirectory(parser.value(dataDir)), parser.isSet(unprotected)};
+    if (parser.isSet(json) && command != QLatin1String("list"))
+        return usageError(console, QStringLiteral("--json goes with list only"));
+    Invocation call{command, positional, resolveDataDirectory(parser.value(dataDir))};
+    call.unprotected = parser.isSet(unprotected);
+    call.json = parser.isSet(json);
+    call.quiet = parser.isSet(quiet);
     if (parser.isSet(wait)) {
         bool ok = false;
         const double seconds = parser.value(wait).toDouble(&ok);

@@ -34,6 +34,11 @@ QStringList listConfigurations(Database& classDb)
     return names;
 }
 
+int countClasses(Database& classDb, const QString& name)
+{
+    return classDb.scalar(sql::ClassCountOfConfig, {name}).toInt();
+}
+
 bool configurationExists(Database& classDb, const QString& name)
 {
     Statement query = classDb.prepare(sql::ConfigByName);

@@ -15,6 +15,8 @@ class Database;
 // Configuration names in the store's order of package_name.
 QStringList listConfigurations(Database& classDb);
 bool configurationExists(Database& classDb, const QString& name);
+// The number of classes under the name.
+int countClasses(Database& classDb, const QString& name);
 void addConfiguration(Database& classDb, const QString& name);
 // Removes the first package row of the name and every class of the name.
 void deleteConfiguration(Database& classDb, const QString& name);
