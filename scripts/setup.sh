@@ -9,6 +9,8 @@ packages=(
   libsqlite3-dev sqlite3
   clang libclang-rt-14-dev
   xvfb xauth
+  librsvg2-bin
+  desktop-file-utils appstream man-db bash-completion
 )
 
 missing=()

@@ -32,6 +32,8 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tarn"));
     QApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
+    // The desktop entry's name, so that desktops match the window to its entry and icon.
+    QGuiApplication::setDesktopFileName(QStringLiteral(TARN_APP_ID));
 
     std::unique_ptr<tarn::AppState> state;
     try {

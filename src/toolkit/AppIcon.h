@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QPixmap>
+#include <QIcon>
 
 namespace tarn
 {
 
-// The program's 32 by 32 icon, drawn in a handful of flat colours.
-QPixmap appIcon();
+// The program's icon at every size it is drawn in, from the embedded PNGs that are
+// made from the one SVG drawing the desktop entry uses too.
+QIcon appIcon();
 
 } // namespace tarn

@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# Installs the build into a scratch DESTDIR and checks what a desktop and a shell get:
+# every file in its place, the desktop entry and metainfo valid, the man pages
+# rendering without warnings, the installed tarnctl running, and its completion
+# completing configuration names.
+set -euo pipefail
+build=${1:?usage: installed_layout.sh BUILD_DIR}
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+root=$scratch/root
+DESTDIR=$root cmake --install "$build" --prefix /usr >/dev/null
+
+app=org.tarnworkbench.Tarn
+expected=(
+  usr/bin/tarn usr/bin/tarnctl
+  usr/share/applications/$app.desktop
+  usr/share/metainfo/$app.metainfo.xml
+  usr/share/icons/hicolor/scalable/apps/$app.svg
+  usr/share/man/man1/tarn.1 usr/share/man/man1/tarnctl.1
+  usr/share/bash-completion/completions/tarnctl
+)
+for size in 16 22 24 32 48 64 128 256; do
+  expected+=(usr/share/icons/hicolor/${size}x${size}/apps/$app.png)
+done
+status=0
+for file in "${expected[@]}"; do
+  [ -s "$root/$file" ] || { echo "missing: /$file"; status=1; }
+done
+
+if command -v desktop-file-validate >/dev/null; then
+  desktop-file-validate "$root/usr/share/applications/$app.desktop" || status=1
+fi
+if command -v appstreamcli >/dev/null; then
+  appstreamcli validate --no-net "$root/usr/share/metainfo/$app.metainfo.xml" >/dev/null || status=1
+fi
+for page in tarn tarnctl; do
+  warnings=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l "$root/usr/share/man/man1/$page.1" 2>&1 >/dev/null)
+  [ -z "$warnings" ] || { echo "$page.1: $warnings"; status=1; }
+done
+
+version=$("$root/usr/bin/tarnctl" --version)
+[[ $version == "tarnctl "* ]] || { echo "installed tarnctl --version said: $version"; status=1; }
+
+completion=/usr/share/bash-completion/bash_completion
+if [ -r "$completion" ]; then
+  data=$scratch/data
+  PATH=$root/usr/bin:$PATH tarnctl --data-dir "$data" -q init
+  PATH=$root/usr/bin:$PATH tarnctl --data-dir "$data" new "Two Words"
+  got=$(PATH=$root/usr/bin:$PATH bash -c '
+    source "$1"; source "$2"
+    COMP_WORDS=(tarnctl --data-dir "$3" export "T"); COMP_CWORD=4
+    COMP_LINE="${COMP_WORDS[*]}"; COMP_POINT=${#COMP_LINE}
+    _tarnctl; printf "%s\n" "${COMPREPLY[@]}"' _ "$completion" \
+    "$root/usr/share/bash-completion/completions/tarnctl" "$data")
+  [ "$got" = "Two Words" ] || { echo "completion of export T gave: $got"; status=1; }
+fi
+exit $status
