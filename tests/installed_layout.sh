@@ -16,7 +16,8 @@ expected=(
   usr/share/applications/$app.desktop
   usr/share/metainfo/$app.metainfo.xml
   usr/share/icons/hicolor/scalable/apps/$app.svg
-  usr/share/man/man1/tarn.1 usr/share/man/man1/tarnctl.1
+  usr/share/man/man1/tarn.1.gz usr/share/man/man1/tarnctl.1.gz
+  usr/share/doc/tarn/copyright usr/share/doc/tarn/changelog.gz
   usr/share/bash-completion/completions/tarnctl
 )
 for size in 16 22 24 32 48 64 128 256; do
@@ -34,7 +35,7 @@ if command -v appstreamcli >/dev/null; then
   appstreamcli validate --no-net "$root/usr/share/metainfo/$app.metainfo.xml" >/dev/null || status=1
 fi
 for page in tarn tarnctl; do
-  warnings=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l "$root/usr/share/man/man1/$page.1" 2>&1 >/dev/null)
+  warnings=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l "$root/usr/share/man/man1/$page.1.gz" 2>&1 >/dev/null)
   [ -z "$warnings" ] || { echo "$page.1: $warnings"; status=1; }
 done
 
