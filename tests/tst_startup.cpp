@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,6 +19,38 @@ class StartupTest : public QObject
     Q_OBJECT
 
 private slots:
+    // Help and version need no display; anything unknown is one line and status 2.
+    void commandLineIsAnsweredWithoutADisplay_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("help") << QStringList{"--help"} << 0 << "Usage: tarn [--data-dir DIR]\n";
+        QTest::newRow("version") << QStringList{"--version"} << 0 << "tarn 1.4.0\n";
+        QTest::newRow("unknown option") << QStringList{"--bogus"} << 2
+                                        << "tarn: Unknown option 'bogus'.\nTry 'tarn --help'.\n";
+        QTest::newRow("stray argument") << QStringList{"extra"} << 2
+                                        << "tarn: unexpected argument \"extra\"\nTry 'tarn --help'.\n";
+    }
+    void commandLineIsAnsweredWithoutADisplay()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, said);
+        QProcess tarn;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("DISPLAY"));
+        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        tarn.setProcessEnvironment(environment);
+        tarn.start(QStringLiteral(TARN_PATH), arguments);
+        QVERIFY(tarn.waitForFinished(60000));
+        QCOMPARE(tarn.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(tarn.exitCode(), status);
+        const QByteArray output = status == 0 ? tarn.readAllStandardOutput() : tarn.readAllStandardError();
+        QVERIFY2(status == 0 ? output.startsWith(said.toUtf8()) : output == said.toUtf8(), output.constData());
+    }
+
     void modIdIsReadByItsRules_data()
     {
         QTest::addColumn<QByteArray>("content");

@@ -1,34 +1,23 @@
-#include "AppState.h"
-#include "DataDirectory.h"
+#include "CommandLine.h"
 #include "config/frmConfig.h"
+#include "core/AppState.h"
+#include "core/DataDirectory.h"
 #include "store/StoreError.h"
 #include "toolkit/QtDialogs.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QMessageBox>
 #include <cstdio>
 
-namespace
-{
-
-QString dataDirectoryOption(const QApplication& app)
-{
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Tarn Workbench: player classes for game modifications."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"),
-                                     QStringLiteral("Keep the stores and tarn.ini in <dir>."), QStringLiteral("dir"));
-    parser.addOption(dataDir);
-    parser.process(app);
-    return parser.value(dataDir);
-}
-
-} // namespace
-
 int main(int argc, char* argv[])
 {
+    // Answered before any window system is needed, so that they work without a display.
+    const tarn::app::CommandLine options = tarn::app::parseCommandLine(argc, argv);
+    if (options.exitStatus) {
+        std::fputs(options.output.toLocal8Bit().constData(), *options.exitStatus == 0 ? stdout : stderr);
+        return *options.exitStatus;
+    }
+
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tarn"));
     QApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
@@ -37,7 +26,7 @@ int main(int argc, char* argv[])
 
     std::unique_ptr<tarn::AppState> state;
     try {
-        state = tarn::AppState::open(tarn::resolveDataDirectory(dataDirectoryOption(app)));
+        state = tarn::AppState::open(tarn::resolveDataDirectory(options.dataDirectory));
     } catch (const tarn::StoreError& error) {
         std::fprintf(stderr, "tarn: %s\n", qPrintable(error.message()));
         QMessageBox::critical(nullptr, tarn::MessageTitle, error.message());
