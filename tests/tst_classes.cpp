@@ -128,6 +128,13 @@ class ClassEditorTest : public QObject
             return f->nav().moveNext();
         if (how == "close")
             return f->editor->close();
+        if (how == "Esc" || how == "Ctrl+W") {
+            f->editor->activateWindow();
+            if (!QTest::qWaitForWindowActive(f->editor.get()))
+                return false;
+            QTest::keySequence(f->editor.get(), QKeySequence(how));
+            return !f->editor->isVisible();
+        }
         const int before = f->nav().recordCount();
         f->press("AddClass");
         return f->nav().recordCount() == before + 1;
@@ -308,6 +315,8 @@ private slots:
         QTest::addColumn<QString>("how");
         QTest::newRow("navigator") << "move";
         QTest::newRow("closing the window") << "close";
+        QTest::newRow("Esc") << "Esc";
+        QTest::newRow("Ctrl+W") << "Ctrl+W";
         QTest::newRow("Add Class") << "add";
     }
     void editsAreStoredWhenTheClassIsLeft()
@@ -344,7 +353,7 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("how");
         const std::array<std::array<const char*, 4>, 3> rows{{{"Text1", "Class Num", "two", "move"},
-                                                              {"fldSpeed", "Max Speed", "40000", "close"},
+                                                              {"fldSpeed", "Max Speed", "40000", "Esc"},
                                                               {"fldDecoySkin", "Decoy Skin # (blue)", "1.5", "add"}}};
         for (const auto& [box, field, text, how] : rows)
             QTest::addRow("%s \"%s\", %s", field, text, how) << box << field << text << how;

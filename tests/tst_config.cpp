@@ -176,6 +176,30 @@ private slots:
         QCOMPARE(chosen(), QStringLiteral("|"));
     }
 
+    // Enter and a double-click on a configuration edit it; F1 opens About.
+    void keysRunTheirCommands_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QStringList>("shown");
+        QTest::newRow("Enter") << "Enter" << QStringList{"frmClasses"};
+        QTest::newRow("double-click") << "double-click" << QStringList{"frmClasses"};
+        QTest::newRow("F1") << "F1" << QStringList{"frmAbout"};
+    }
+    void keysRunTheirCommands()
+    {
+        QFETCH(QString, key);
+        QFETCH(QStringList, shown);
+        f->window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f->window.get()));
+        f->select(QStringLiteral("Example"));
+        QListWidget* list = f->list();
+        if (key == "double-click")
+            QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+        else
+            QTest::keySequence(list, QKeySequence(key));
+        QCOMPARE(f->dialogs.modalWindows, shown);
+    }
+
     void newAddsTheNameAsTypedAndClearsTheSelection_data()
     {
         QTest::addColumn<QString>("name");

@@ -192,6 +192,7 @@ private slots:
         QTest::newRow("grenades, Add Record") << int(ReferenceTable::Grenades) << "Add Record";
         QTest::newRow("items, close") << int(ReferenceTable::Items) << "close";
         QTest::newRow("special, first") << int(ReferenceTable::Special) << "First record";
+        QTest::newRow("weapons, Esc") << int(ReferenceTable::Weapons) << "Esc";
     }
     void rowsAreStoredWhenLeft()
     {
@@ -211,7 +212,12 @@ private slots:
         f.type("Text5", QStringLiteral("0"));
         if (leave == QLatin1String("close"))
             QVERIFY(f.window->close());
-        else if (leave == QLatin1String("Add Record"))
+        else if (leave == QLatin1String("Esc")) {
+            f.window->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+            QTest::keyClick(f.window.get(), Qt::Key_Escape);
+            QVERIFY(!f.window->isVisible());
+        } else if (leave == QLatin1String("Add Record"))
             f.click("Command1");
         else
             f.navigate(leave);

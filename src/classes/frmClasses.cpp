@@ -10,6 +10,7 @@
 #include "toolkit/Dialogs.h"
 #include "toolkit/Guarded.h"
 #include "toolkit/SystemNames.h"
+#include "toolkit/WindowKeys.h"
 #include "ui_frmClasses.h"
 
 namespace tarn
@@ -44,6 +45,8 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     ui->setupUi(this);
     setWindowFlag(Qt::Window);
     setWindowIcon(appIcon());
+    addCloseKeys(*this);
+    ui->mnuSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     gatherControls();
     ui->dbClassDef->setCaption(QStringLiteral("Class Def"));
     ui->dbClassDef->setDialogs(dialogs);

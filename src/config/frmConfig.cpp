@@ -43,6 +43,10 @@ void frmConfig::connectHandlers()
     connect(ui->btNew, &QPushButton::clicked, this, &frmConfig::btNew_Click);
     connect(ui->btDelete, &QPushButton::clicked, this, &frmConfig::btDelete_Click);
     connect(ui->btEdit, &QPushButton::clicked, this, &frmConfig::btEdit_Click);
+    // Enter or a double-click on a configuration edits it.
+    connect(ui->classlist, &QListWidget::itemActivated, this, &frmConfig::btEdit_Click);
+    ui->mnuExit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    ui->mnuAbout->setShortcut(QKeySequence(Qt::Key_F1));
     connect(ui->btCopy, &QPushButton::clicked, this, &frmConfig::btCopy_Click);
     connect(ui->btImport, &QPushButton::clicked, this, &frmConfig::btImport_Click);
     connect(ui->mnuSetModID, &QAction::triggered, this, &frmConfig::mnuSetModID_Click);

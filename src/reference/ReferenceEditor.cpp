@@ -6,6 +6,7 @@
 #include "toolkit/DataControl.h"
 #include "toolkit/Dialogs.h"
 #include "toolkit/Guarded.h"
+#include "toolkit/WindowKeys.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -41,6 +42,7 @@ void ReferenceEditor::attach(const Controls& controls)
     setObjectName(m_layout.windowName);
     setWindowTitle(m_layout.caption);
     setWindowIcon(appIcon());
+    addCloseKeys(*this);
     m_data = controls.data;
     m_data->setObjectName(m_layout.dataName);
     m_data->setCaption(m_layout.dataCaption);
