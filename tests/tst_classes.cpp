@@ -24,6 +24,7 @@
 #include <QMenuBar>
 #include <QProcess>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -495,6 +496,7 @@ private slots:
         QVERIFY(f->classNumbers(name).isEmpty());
         QCOMPARE(f->control<QLabel>("Label31")->text() + u'|' + f->box("fldClassName")->text(), name + "|C7");
         QVERIFY(!f->box("fldClassName")->isEnabled());
+        QVERIFY(f->control<QLabel>("lblPosition")->text().isEmpty());
         QVERIFY(!f->picker("w2")->isEnabled());
         f->press("Command1"); // nothing left to delete: the advice again, and no harm
         QCOMPARE(f->dialogs.messages, QStringList({NoClassLeft, NoClassLeft}));
@@ -532,7 +534,10 @@ private slots:
         QFETCH(bool, protectOutput);
         openTestSet();
         f->nav().moveLast();
+        QCOMPARE(f->control<QLabel>("lblPosition")->text(), QStringLiteral("Class 2 of 2"));
         save(qPrintable(action), target());
+        QCOMPARE(f->control<QLabel>("lblPosition")->text(), QStringLiteral("Class 1 of 2"));
+        QCOMPARE(f->editor->statusBar()->currentMessage(), "Wrote 2 classes to " + target());
         QCOMPARE(f->dialogs.fileFilters, QStringList{"Class Config (*.class)|*.class|All Files (*.*)|*.*"});
         QCOMPARE(readFile(target()), readFile(expected));
         QCOMPARE(f->data.state->protectOutput, protectOutput);

@@ -15,6 +15,7 @@
 #include <QListView>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -378,6 +379,8 @@ private slots:
         QCOMPARE(f->dialogs.prompts, QStringList{"Copy Config|Enter the name of the config you wish to copy to"});
         QCOMPARE(f->dialogs.fileFilters, QStringList{"Class Config (*.class)|*.class|All Files (*.*)|*.*"});
         QCOMPARE(f->dialogs.messages, QStringList{"Import Complete"});
+        QCOMPARE(f->window->statusBar()->currentMessage(),
+                 "Read 2 classes from " + testDataPath("test_set_protected.class") + " into \"Copy One\"");
         QCOMPARE(f->window->configNames(), QStringList{"Copy One"} + Listed);
         QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Copy One")), 2);
         QVERIFY(f->data.state->currentConfig.isEmpty());

@@ -9,6 +9,7 @@
 #include "toolkit/AppIcon.h"
 #include "toolkit/Dialogs.h"
 #include "toolkit/Guarded.h"
+#include "toolkit/StatusBar.h"
 #include "toolkit/SystemNames.h"
 #include "toolkit/WindowKeys.h"
 #include "ui_frmClasses.h"
@@ -45,6 +46,7 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     ui->setupUi(this);
     setWindowFlag(Qt::Window);
     setWindowIcon(appIcon());
+    addStatusBar(*this);
     addCloseKeys(*this);
     ui->mnuSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     gatherControls();
@@ -160,6 +162,7 @@ void frmClasses::deleteClass()
         return;
     }
     setPickersEnabled(false);
+    showPosition();
     m_dialogs.message(this, NoClassLeft);
 }
 

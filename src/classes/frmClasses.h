@@ -55,6 +55,7 @@ private:
     };
 
     void gatherControls();
+    void showPosition();
     void connectHandlers();
     void Form_Load();
     void fillPickers(const ReferenceLists& lists);

@@ -1,5 +1,9 @@
 #include "frmClasses.h"
 
+#include "toolkit/StatusBar.h"
+
+#include <QStatusBar>
+
 #include "classfile/ExportCommand.h"
 #include "core/AppState.h"
 #include "toolkit/Dialogs.h"
@@ -33,8 +37,10 @@ void frmClasses::DoSave()
     m_dialogs.setBusy(true);
     const auto error = exportConfigurationToFile(m_state.classDb(), m_state.refDb(), m_state.currentConfig,
                                                  m_state.modId, m_state.protectOutput, file);
-    if (!error)
+    if (!error) {
         ui->dbClassDef->refresh();
+        statusBar()->showMessage(exportedStatus(ui->dbClassDef->recordCount(), file));
+    }
     m_dialogs.setBusy(false);
     if (error)
         m_dialogs.message(this, *error);

@@ -64,6 +64,7 @@ int frmClasses::FindGrenadePos(const QString& gno_text) const
 // so a slot whose id has no entry takes the first entry's id, stored when the row is left.
 void frmClasses::dbClassDef_Reposition()
 {
+    showPosition();
     setPickersEnabled(true);
     for (const Slot& slot : m_slots) {
         const QString id = slot.hidden->text();
@@ -77,6 +78,16 @@ void frmClasses::Picker_Click(const Slot& slot)
     const QVariant id = slot.picker->currentData(IdRole);
     if (id.isValid()) // an empty list has nothing to put in the slot, and the stored id stays
         slot.hidden->setText(QString::number(id.toLongLong()));
+}
+
+// "Class 3 of 120" beside the navigator, whose own caption stays as it is.
+void frmClasses::showPosition()
+{
+    const DataControl& data = *ui->dbClassDef;
+    ui->lblPosition->setText(
+        data.currentPosition() < 0
+            ? QString()
+            : QStringLiteral("Class %1 of %2").arg(data.currentPosition() + 1).arg(data.recordCount()));
 }
 
 void frmClasses::setPickersEnabled(bool enabled)

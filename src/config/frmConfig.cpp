@@ -1,5 +1,9 @@
 #include "frmConfig.h"
 
+#include "toolkit/StatusBar.h"
+
+#include <QStatusBar>
+
 #include "classes/frmClasses.h"
 #include "classfile/ImportCommand.h"
 #include "core/AppState.h"
@@ -28,6 +32,7 @@ frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
 {
     ui->setupUi(this);
     setWindowIcon(appIcon());
+    addStatusBar(*this);
     connectHandlers();
     publishSystemNames(*this);
     Form_Load();
@@ -148,8 +153,10 @@ void frmConfig::btImport_Click()
         return;
     m_dialogs.setBusy(true);
     const ImportResult result = importClassFile(m_state.classDb(), name, file);
-    if (result.status == ImportResult::Status::Complete)
+    if (result.status == ImportResult::Status::Complete) {
         guarded(m_dialogs, this, [this] { RefreshList(); });
+        statusBar()->showMessage(importedStatus(result.classes, file, name));
+    }
     m_dialogs.setBusy(false);
     m_dialogs.message(this, result.status == ImportResult::Status::Complete ? QStringLiteral("Import Complete")
                                                                             : result.message);

@@ -52,6 +52,8 @@ public:
     Recordset* recordset() { return m_recordset.get(); }
     int recordCount() const { return m_recordset ? m_recordset->recordCount() : 0; }
     bool hasCurrent() const { return m_recordset && m_recordset->hasCurrent(); }
+    // The place of the row on show in the set, from 0; -1 when none is.
+    int currentPosition() const { return hasCurrent() ? m_recordset->position() : -1; }
     bool isPendingNew() const { return m_pendingNew; }
     bool hasChanges() const;
 
