@@ -347,6 +347,41 @@ private slots:
         QVERIFY(f->dialogs.messages.isEmpty());
     }
 
+    // Ctrl+G goes to a class by number through the navigator: the edit on show is
+    // stored on the way, and a number the set lacks is told and moves nothing.
+    void goToClassMovesThroughTheNavigator_data()
+    {
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("a number of the set") << " 5 "
+                                             << "C5|Class 3 of 3"
+                                             << "";
+        QTest::newRow("a number the set lacks") << "4"
+                                                << "edited|Class 1 of 3"
+                                                << "There is no class number \"4\" in this configuration.";
+        QTest::newRow("not a number") << "five"
+                                      << "edited|Class 1 of 3"
+                                      << "There is no class number \"five\" in this configuration.";
+    }
+    void goToClassMovesThroughTheNavigator()
+    {
+        QFETCH(QString, answer);
+        QFETCH(QString, shown);
+        QFETCH(QString, message);
+        f->addConfig(Config, {1, 2, 5});
+        f->open(Config);
+        f->type("fldClassName", "edited");
+        f->editor->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f->editor.get()));
+        f->dialogs.inputAnswers << answer;
+        QTest::keySequence(f->editor.get(), QKeySequence(Qt::CTRL | Qt::Key_G));
+        QCOMPARE(f->dialogs.prompts, QStringList{"Go to Class|Class number to go to:"});
+        QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text(), shown);
+        QCOMPARE(f->dialogs.messages, message.isEmpty() ? QStringList{} : QStringList{message});
+        QCOMPARE(f->column(Config, 1, "class_name").toString(), message.isEmpty() ? "edited" : "C1");
+    }
+
     void aNumberBoxRefusesWhatItsColumnCannotHold_data()
     {
         QTest::addColumn<QString>("boxName");

@@ -49,6 +49,11 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     addStatusBar(*this);
     addCloseKeys(*this);
     ui->mnuSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    auto* goTo = new QAction(QStringLiteral("&Go to Class..."), this);
+    goTo->setObjectName(QStringLiteral("actGoToClass"));
+    goTo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_G));
+    addAction(goTo);
+    connect(goTo, &QAction::triggered, this, [this] { guarded(m_dialogs, this, [this] { goToClass(); }); });
     gatherControls();
     ui->dbClassDef->setCaption(QStringLiteral("Class Def"));
     ui->dbClassDef->setDialogs(dialogs);
@@ -164,6 +169,35 @@ void frmClasses::deleteClass()
     setPickersEnabled(false);
     showPosition();
     m_dialogs.message(this, NoClassLeft);
+}
+
+// Jumps to a class by its number through the navigator, so that the edits on show
+// are stored, or refused, as on any move. A number the set lacks moves nothing.
+void frmClasses::goToClass()
+{
+    const QString answer =
+        m_dialogs.inputBox(this, QStringLiteral("Class number to go to:"), QStringLiteral("Go to Class"));
+    if (answer.trimmed().isEmpty())
+        return;
+    bool ok = false;
+    const int number = answer.trimmed().toInt(&ok);
+    DataControl& data = *ui->dbClassDef;
+    std::optional<int> position;
+    if (ok) {
+        Statement rows = m_state.classDb().prepare(sql::ClassRowsByNumber);
+        rows.bindAll({m_state.currentConfig, number});
+        while (rows.step()) {
+            const std::optional<int> found = data.recordset()->positionOf(rows.value(0).toLongLong());
+            if (found && (!position || *found < *position))
+                position = found;
+        }
+    }
+    if (!position) {
+        m_dialogs.message(
+            this, QStringLiteral("There is no class number \"%1\" in this configuration.").arg(answer.trimmed()));
+        return;
+    }
+    data.moveTo(*position);
 }
 
 void frmClasses::closeEvent(QCloseEvent* event)

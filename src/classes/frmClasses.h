@@ -56,6 +56,7 @@ private:
 
     void gatherControls();
     void showPosition();
+    void goToClass();
     void connectHandlers();
     void Form_Load();
     void fillPickers(const ReferenceLists& lists);

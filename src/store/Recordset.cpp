@@ -1,5 +1,7 @@
 #include "Recordset.h"
 
+#include <algorithm>
+
 #include "Database.h"
 #include "StoreError.h"
 
@@ -77,6 +79,18 @@ void Recordset::moveNext()
         m_noCurrent = false; // the deleted row's successor has moved into its place
     else if (!eof())
         ++m_position;
+}
+
+void Recordset::moveTo(int position)
+{
+    m_noCurrent = false;
+    m_position = std::clamp(position, 0, qMax(recordCount() - 1, 0));
+}
+
+std::optional<int> Recordset::positionOf(qint64 rowId) const
+{
+    const auto found = std::find(m_ids.begin(), m_ids.end(), rowId);
+    return found == m_ids.end() ? std::nullopt : std::optional(int(found - m_ids.begin()));
 }
 
 void Recordset::movePrevious()

@@ -41,6 +41,10 @@ public:
     void moveLast();
     void moveNext();
     void movePrevious();
+    // Makes the row of the given position current, from 0.
+    void moveTo(int position);
+    // The first position in the set of a row of the table, by its rowid.
+    std::optional<int> positionOf(qint64 rowId) const;
 
     // The current row's value of a column; a null QVariant is a missing value.
     QVariant value(const QString& column) const;

@@ -16,6 +16,8 @@ inline const QString OrderedClassesOfConfig =
     QStringLiteral("select * from classdef where package_name = ? order by package_name,class_num");
 inline const QString OrderedClasses = QStringLiteral("select * from classdef order by package_name,class_num");
 inline const QString ClassCountOfConfig = QStringLiteral("select count(*) from classdef where package_name = ?");
+inline const QString ClassRowsByNumber =
+    QStringLiteral("select rowid from classdef where package_name = ? and class_num = ?");
 inline const QString HighestClassNum = QStringLiteral("SELECT max(class_num) from classdef where package_name = ?");
 inline const QString EnabledWeapons = QStringLiteral("SELECT * FROM weapon where kd_enabled = 1 order by w_id");
 inline const QString EnabledGrenades = QStringLiteral("SELECT * FROM grenade where kd_enabled = 1 order by g_id");

@@ -156,6 +156,12 @@ bool DataControl::moveLast()
     return move(Move::Last);
 }
 
+bool DataControl::moveTo(int position)
+{
+    m_target = position;
+    return move(Move::To);
+}
+
 bool DataControl::move(Move where)
 {
     if (!m_recordset || !storeChanges())
@@ -180,6 +186,9 @@ bool DataControl::move(Move where)
     case Move::Previous:
         if (rs.position() > 0)
             rs.movePrevious();
+        break;
+    case Move::To:
+        rs.moveTo(m_target);
         break;
     }
     if (!rs.hasCurrent())

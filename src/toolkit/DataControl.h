@@ -63,6 +63,8 @@ public:
     bool movePrevious();
     bool moveNext();
     bool moveLast();
+    // Moves to the row of the given position, from 0, storing the edits on show first.
+    bool moveTo(int position);
     // Starts a pending new row with blank controls; it is stored when left, if anything was typed.
     bool addNew();
     // Writes the changed controls to the row now.
@@ -78,7 +80,7 @@ signals:
 
 private:
     struct Binding;
-    enum class Move { First, Previous, Next, Last };
+    enum class Move { First, Previous, Next, Last, To };
 
     bool move(Move where);
     void showCurrentRow();
@@ -96,6 +98,7 @@ private:
     QLabel* m_caption = nullptr;
     bool m_loading = false;
     bool m_pendingNew = false;
+    int m_target = 0; // the position of a Move::To
 };
 
 } // namespace tarn
