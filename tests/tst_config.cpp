@@ -5,6 +5,7 @@
 #include "support/ScriptedDialogs.h"
 #include "support/TestSupport.h"
 #include "toolkit/QtDialogs.h"
+#include "toolkit/WindowMemory.h"
 
 #include <QAction>
 #include <QApplication>
@@ -15,6 +16,7 @@
 #include <QListView>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -148,6 +150,38 @@ private slots:
         QVERIFY(caption.width() < import->width() - 16 && caption.height() < import->height());
         QCOMPARE(f->list()->accessibleDescription(), QStringLiteral("classlist")); // its system name
         QCOMPARE(f->window->findChild<QLabel*>("Label1")->buddy(), f->list());
+    }
+
+    // Geometry and folders come back from the settings file; a damaged file, or a
+    // folder that is gone, gives the defaults without a word.
+    void windowsRememberTheirPlaceAndFolders()
+    {
+        QTemporaryDir dir;
+        const QString settingsFile = dir.filePath("windows.ini");
+        const WindowMemory memory(settingsFile);
+        QWidget first;
+        first.setObjectName("frmTest");
+        first.setGeometry(40, 50, 321, 123);
+        memory.remember(first);
+        QVERIFY(QDir().mkpath(dir.filePath("exports")));
+        memory.rememberFolderOf("export", dir.filePath("exports/a.class"));
+
+        QWidget again;
+        again.setObjectName("frmTest");
+        memory.restore(again);
+        QCOMPARE(again.size(), QSize(321, 123));
+        QCOMPARE(memory.lastFolder("export"), dir.filePath("exports"));
+        QVERIFY(QDir(dir.filePath("exports")).removeRecursively());
+        QCOMPARE(memory.lastFolder("export"), QString());
+
+        QVERIFY(writeFile(settingsFile, QByteArray("\xFF\x00[windows\n=\x01garbage", 20)));
+        QWidget fresh;
+        fresh.setObjectName("frmTest");
+        fresh.resize(100000, 100000); // larger than any screen
+        WindowMemory(settingsFile).restore(fresh);
+        QVERIFY(fresh.screen()->availableGeometry().size().expandedTo(fresh.size()) ==
+                fresh.screen()->availableGeometry().size());
+        QCOMPARE(WindowMemory(settingsFile).lastFolder("export"), QString());
     }
 
     // Focus alone chooses nothing; an arrow key chooses as a click does; a Ctrl+click

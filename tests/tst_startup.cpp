@@ -97,6 +97,15 @@ private slots:
         QCOMPARE(readFile(ini), QByteArray("\" 12\xE9 \"\r\n"));
     }
 
+    void windowSettingsLiveBesideAPortableInstall()
+    {
+        QTemporaryDir program;
+        QCOMPARE(chooseWindowSettingsFile(program.path(), program.path(), "/home/u/.config/tarn"),
+                 QDir(program.path()).filePath("tarn-windows.ini"));
+        QCOMPARE(chooseWindowSettingsFile(program.path() + "/data", program.path(), "/home/u/.config/tarn"),
+                 QStringLiteral("/home/u/.config/tarn/windows.ini"));
+    }
+
     void dataDirectoryIsChosenInOrder()
     {
         QTemporaryDir portable;

@@ -27,12 +27,13 @@ int main(int argc, char* argv[])
     std::unique_ptr<tarn::AppState> state;
     try {
         state = tarn::AppState::open(tarn::resolveDataDirectory(options.dataDirectory));
+        state->windowSettingsFile = tarn::resolveWindowSettingsFile(state->dataDirectory);
     } catch (const tarn::StoreError& error) {
         std::fprintf(stderr, "tarn: %s\n", qPrintable(error.message()));
         QMessageBox::critical(nullptr, tarn::MessageTitle, error.message());
         return 1;
     }
-    tarn::QtDialogs dialogs;
+    tarn::QtDialogs dialogs(state->windowSettingsFile);
     tarn::frmConfig mainForm(*state, dialogs);
     mainForm.show();
     return app.exec();

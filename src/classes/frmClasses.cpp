@@ -12,6 +12,7 @@
 #include "toolkit/StatusBar.h"
 #include "toolkit/SystemNames.h"
 #include "toolkit/WindowKeys.h"
+#include "toolkit/WindowMemory.h"
 #include "ui_frmClasses.h"
 
 namespace tarn
@@ -60,6 +61,7 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     bindClassControls(*this, *ui->dbClassDef);
     connectHandlers();
     publishSystemNames(*this);
+    WindowMemory(m_state.windowSettingsFile).restore(*this);
     Form_Load();
 }
 
@@ -203,6 +205,8 @@ void frmClasses::goToClass()
 void frmClasses::closeEvent(QCloseEvent* event)
 {
     ui->dbClassDef->acceptCloseIfStored(*event);
+    if (event->isAccepted())
+        WindowMemory(m_state.windowSettingsFile).remember(*this);
 }
 
 } // namespace tarn

@@ -1,6 +1,7 @@
 #include "frmConfig.h"
 
 #include "toolkit/StatusBar.h"
+#include "toolkit/WindowMemory.h"
 
 #include <QStatusBar>
 
@@ -35,10 +36,15 @@ frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
     addStatusBar(*this);
     connectHandlers();
     publishSystemNames(*this);
+    WindowMemory(m_state.windowSettingsFile).restore(*this);
     Form_Load();
 }
 
-frmConfig::~frmConfig() = default;
+// Exit ends the program without a close event, so the geometry is kept here.
+frmConfig::~frmConfig()
+{
+    WindowMemory(m_state.windowSettingsFile).remember(*this);
+}
 
 void frmConfig::connectHandlers()
 {

@@ -16,6 +16,8 @@ struct AppState {
     QString currentConfig; // the selected configuration; empty means none
     QString modId = QStringLiteral("0");
     bool protectOutput = false; // the form of the next export
+    // Where the windows remember their geometry and folders; empty remembers nothing.
+    QString windowSettingsFile;
 
     // Opens (or first makes) the stores of a data directory; throws StoreError.
     static std::unique_ptr<AppState> open(const QString& dataDirectory,

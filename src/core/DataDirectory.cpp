@@ -25,4 +25,18 @@ QString resolveDataDirectory(const QString& option)
                                 QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)});
 }
 
+QString chooseWindowSettingsFile(const QString& dataDirectory, const QString& programDirectory,
+                                 const QString& userConfigDirectory)
+{
+    const bool portable = QDir(dataDirectory).canonicalPath() == QDir(programDirectory).canonicalPath();
+    return portable ? QDir(programDirectory).filePath(QStringLiteral("tarn-windows.ini"))
+                    : QDir(userConfigDirectory).filePath(QStringLiteral("windows.ini"));
+}
+
+QString resolveWindowSettingsFile(const QString& dataDirectory)
+{
+    return chooseWindowSettingsFile(dataDirectory, QCoreApplication::applicationDirPath(),
+                                    QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
+}
+
 } // namespace tarn

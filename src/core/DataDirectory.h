@@ -19,6 +19,12 @@ QString chooseDataDirectory(const DataDirectoryChoice& choice);
 // The choice for this process, from its environment and executable.
 QString resolveDataDirectory(const QString& option);
 
+// The windows' own settings: beside the program for a portable install (the data
+// directory is the program's), else in the per-user configuration location.
+QString chooseWindowSettingsFile(const QString& dataDirectory, const QString& programDirectory,
+                                 const QString& userConfigDirectory);
+QString resolveWindowSettingsFile(const QString& dataDirectory);
+
 inline const QString ClassStoreFile = QStringLiteral("tarn_dat.db");
 inline const QString ReferenceStoreFile = QStringLiteral("tarn_ref.db");
 inline const QString SettingsFile = QStringLiteral("tarn.ini");

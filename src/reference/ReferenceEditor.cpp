@@ -7,6 +7,7 @@
 #include "toolkit/Dialogs.h"
 #include "toolkit/Guarded.h"
 #include "toolkit/WindowKeys.h"
+#include "toolkit/WindowMemory.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -54,6 +55,7 @@ void ReferenceEditor::attach(const Controls& controls)
     }
     connect(controls.addRecord, &QPushButton::clicked, this, &ReferenceEditor::Command1_Click);
     connect(controls.deleteRecord, &QPushButton::clicked, this, &ReferenceEditor::Command2_Click);
+    WindowMemory(m_state.windowSettingsFile).restore(*this);
 }
 
 void ReferenceEditor::Form_Load()
@@ -77,6 +79,8 @@ void ReferenceEditor::Command2_Click()
 void ReferenceEditor::closeEvent(QCloseEvent* event)
 {
     m_data->acceptCloseIfStored(*event);
+    if (event->isAccepted())
+        WindowMemory(m_state.windowSettingsFile).remember(*this);
 }
 
 } // namespace tarn

@@ -29,6 +29,8 @@ namespace
 {
 
 constexpr auto FileDialogOptions = QFileDialog::HideNameFilterDetails;
+const QString ImportDialog = QStringLiteral("import");
+const QString ExportDialog = QStringLiteral("export");
 
 } // namespace
 
@@ -56,15 +58,21 @@ bool QtDialogs::confirm(QWidget* parent, const QString& text, const QString& tit
 
 QString QtDialogs::openFileName(QWidget* parent, const QString& filter)
 {
-    return QFileDialog::getOpenFileName(parent, QStringLiteral("Open Class File"), QString(), qtFileFilter(filter),
-                                        nullptr, FileDialogOptions);
+    const QString file =
+        QFileDialog::getOpenFileName(parent, QStringLiteral("Open Class File"), m_memory.lastFolder(ImportDialog),
+                                     qtFileFilter(filter), nullptr, FileDialogOptions);
+    m_memory.rememberFolderOf(ImportDialog, file);
+    return file;
 }
 
 QString QtDialogs::saveFileName(QWidget* parent, const QString& filter)
 {
     // The name is taken as typed: no extension is added, and an existing file is replaced.
-    return QFileDialog::getSaveFileName(parent, QStringLiteral("Save Class File"), QString(), qtFileFilter(filter),
-                                        nullptr, FileDialogOptions | QFileDialog::DontConfirmOverwrite);
+    const QString file = QFileDialog::getSaveFileName(parent, QStringLiteral("Save Class File"),
+                                                      m_memory.lastFolder(ExportDialog), qtFileFilter(filter), nullptr,
+                                                      FileDialogOptions | QFileDialog::DontConfirmOverwrite);
+    m_memory.rememberFolderOf(ExportDialog, file);
+    return file;
 }
 
 void QtDialogs::setBusy(bool busy)

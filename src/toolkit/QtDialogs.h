@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Dialogs.h"
+#include "WindowMemory.h"
 
 namespace tarn
 {
@@ -9,6 +10,9 @@ namespace tarn
 class QtDialogs final : public Dialogs
 {
 public:
+    // The file dialogs start in the folder last chosen, kept in the given settings file.
+    explicit QtDialogs(QString windowSettingsFile = {}) : m_memory(std::move(windowSettingsFile)) {}
+
     QString inputBox(QWidget* parent, const QString& prompt, const QString& title) override;
     void message(QWidget* parent, const QString& text) override;
     bool confirm(QWidget* parent, const QString& text, const QString& title) override;
@@ -18,6 +22,7 @@ public:
     void showModal(QWidget& window) override;
 
 private:
+    WindowMemory m_memory;
     bool m_busy = false;
 };
 

@@ -1,0 +1,73 @@
+#include "WindowMemory.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QScreen>
+#include <QSettings>
+#include <QWidget>
+
+namespace tarn
+{
+
+namespace
+{
+
+QString geometryKey(const QWidget& window)
+{
+    return QStringLiteral("windows/%1/geometry").arg(window.objectName());
+}
+
+QString folderKey(const QString& dialog)
+{
+    return QStringLiteral("folders/%1").arg(dialog);
+}
+
+void fitToScreen(QWidget& window)
+{
+    const QScreen* screen = window.screen();
+    if (!screen)
+        return;
+    const QSize room = screen->availableGeometry().size();
+    window.resize(window.size().boundedTo(room));
+}
+
+} // namespace
+
+WindowMemory::WindowMemory(QString settingsFile) : m_file(std::move(settingsFile)) {}
+
+void WindowMemory::restore(QWidget& window) const
+{
+    if (!m_file.isEmpty()) {
+        const QSettings settings(m_file, QSettings::IniFormat);
+        // restoreGeometry moves a window that would lie off every screen onto one.
+        if (window.restoreGeometry(settings.value(geometryKey(window)).toByteArray()))
+            return;
+    }
+    fitToScreen(window);
+}
+
+void WindowMemory::remember(const QWidget& window) const
+{
+    if (m_file.isEmpty())
+        return;
+    QSettings settings(m_file, QSettings::IniFormat);
+    settings.setValue(geometryKey(window), window.saveGeometry());
+}
+
+QString WindowMemory::lastFolder(const QString& dialog) const
+{
+    if (m_file.isEmpty())
+        return {};
+    const QString folder = QSettings(m_file, QSettings::IniFormat).value(folderKey(dialog)).toString();
+    return QFileInfo(folder).isDir() ? folder : QString();
+}
+
+void WindowMemory::rememberFolderOf(const QString& dialog, const QString& file) const
+{
+    if (m_file.isEmpty() || file.isEmpty())
+        return;
+    QSettings settings(m_file, QSettings::IniFormat);
+    settings.setValue(folderKey(dialog), QFileInfo(file).absolutePath());
+}
+
+} // namespace tarn
