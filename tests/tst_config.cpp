@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
@@ -150,6 +151,20 @@ private slots:
         QVERIFY(caption.width() < import->width() - 16 && caption.height() < import->height());
         QCOMPARE(f->list()->accessibleDescription(), QStringLiteral("classlist")); // its system name
         QCOMPARE(f->window->findChild<QLabel*>("Label1")->buddy(), f->list());
+    }
+
+    // The real confirmation: Enter takes its default, which is No.
+    void confirmationDefaultsToNo()
+    {
+        QString title;
+        QTimer::singleShot(0, [&] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                title = box->windowTitle();
+                QTest::keyClick(box, Qt::Key_Return);
+            }
+        });
+        QVERIFY(!QtDialogs().confirm(nullptr, QStringLiteral("Delete it?"), QStringLiteral("Delete")));
+        QCOMPARE(title, QStringLiteral("Delete"));
     }
 
     // Geometry and folders come back from the settings file; a damaged file, or a

@@ -67,9 +67,17 @@ private slots:
         addConfiguration(db, QStringLiteral("alpha"));
         addConfiguration(db, source);
         addClasses(db, source, {7, 1, 3}); // gaps, and stored out of number order
+        // The source is the name exactly: not another case, and "_" or "%" match only themselves.
+        for (const QString& alike : {QStringLiteral("ALPHA"), QStringLiteral("alpXa"), QStringLiteral("alpha%")}) {
+            addConfiguration(db, alike);
+            addClasses(db, alike, {1});
+        }
+        addConfiguration(db, QStringLiteral("alp_a"));
         copyConfiguration(db, QStringLiteral("alpha"), QStringLiteral("alpha too")); // a source without classes
+        copyConfiguration(db, QStringLiteral("alp_a"), QStringLiteral("alp_a too"));
         QVERIFY(configurationExists(db, QStringLiteral("alpha too")));
         QCOMPARE(classCount(db, QStringLiteral("alpha too")), 0);
+        QCOMPARE(classCount(db, QStringLiteral("alp_a too")), 0);
         const QString packages = QStringLiteral("select * from package order by rowid");
         const QString classes = QStringLiteral("select * from classdef order by rowid");
         const QStringList packagesBefore = rowsOf(db, packages);
