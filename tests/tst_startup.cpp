@@ -106,6 +106,16 @@ private slots:
                  QStringLiteral("/home/u/.config/tarn/windows.ini"));
     }
 
+    // A class store made before the index gets it when it is opened.
+    void olderStoresGetTheClassOrderIndex()
+    {
+        QTemporaryDir dir;
+        const QString indexes = QStringLiteral("select name from sqlite_master where type = 'index' and name = "
+                                               "'classdef_order'");
+        openStores(dir.path()).classDb->exec(QStringLiteral("drop index classdef_order"));
+        QCOMPARE(rowsOf(*openStores(dir.path()).classDb, indexes), QStringList{"classdef_order"});
+    }
+
     void dataDirectoryIsChosenInOrder()
     {
         QTemporaryDir portable;

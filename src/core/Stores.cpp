@@ -58,6 +58,7 @@ Stores openStores(const QString& dataDirectory, std::chrono::milliseconds busyWa
     Stores stores;
     stores.classDb =
         openStore(dir.filePath(ClassStoreFile), schema::dataTables(), insertExampleConfiguration, busyWait);
+    schema::addClassOrderIndex(*stores.classDb);
     stores.refDb =
         openStore(dir.filePath(ReferenceStoreFile), schema::referenceTables(), insertDefaultReferenceRows, busyWait);
     return stores;

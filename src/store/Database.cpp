@@ -12,7 +12,8 @@ namespace tarn
 
 Database::Database(const QString& path, Open how, std::chrono::milliseconds busyWait) : m_path(path)
 {
-    const int flags = SQLITE_OPEN_READWRITE | (how == Open::CreateNew ? SQLITE_OPEN_CREATE : 0);
+    // Each connection is used from one thread only, so SQLite's own mutexes are not needed.
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (how == Open::CreateNew ? SQLITE_OPEN_CREATE : 0);
     const QByteArray native = QDir::toNativeSeparators(path).toUtf8();
     if (sqlite3_open_v2(native.constData(), &m_db, flags, nullptr) != SQLITE_OK) {
         const QString why = m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QStringLiteral("out of memory");

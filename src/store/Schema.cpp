@@ -1,6 +1,7 @@
 #include "Schema.h"
 
 #include "Database.h"
+#include "Statements.h"
 #include "StoreError.h"
 
 #include <QDir>
@@ -194,6 +195,15 @@ void create(Database& db, std::span<const TableDef* const> tables)
 {
     for (const TableDef* table : tables)
         db.exec(createStatement(*table));
+}
+
+void addClassOrderIndex(Database& classDb)
+{
+    try {
+        classDb.exec(sql::CreateClassOrderIndex);
+    } catch (const StoreError&) {
+        // Reads stay correct without the index, only slower.
+    }
 }
 
 void verify(Database& db, std::span<const TableDef* const> tables)

@@ -52,6 +52,10 @@ ColumnKind kindOf(const QString& table, const QString& column);
 
 QString createStatement(const TableDef& table);
 void create(Database& db, std::span<const TableDef* const> tables);
+// Adds the index that serves the ordered walk of a configuration, the class
+// editor's set and the highest class number, to a class store made before it. A
+// store that cannot take it now (read-only, busy) works without it.
+void addClassOrderIndex(Database& classDb);
 // Proves the file is one of ours: every table is there with every column.
 // Throws StoreError naming the file and what is missing.
 void verify(Database& db, std::span<const TableDef* const> tables);

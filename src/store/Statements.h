@@ -15,6 +15,8 @@ inline const QString ClassesOfConfig = QStringLiteral("select * from classdef wh
 inline const QString OrderedClassesOfConfig =
     QStringLiteral("select * from classdef where package_name = ? order by package_name,class_num");
 inline const QString OrderedClasses = QStringLiteral("select * from classdef order by package_name,class_num");
+inline const QString CreateClassOrderIndex =
+    QStringLiteral("create index if not exists classdef_order on classdef (package_name, class_num)");
 inline const QString ClassCountOfConfig = QStringLiteral("select count(*) from classdef where package_name = ?");
 inline const QString ClassRowsByNumber =
     QStringLiteral("select rowid from classdef where package_name = ? and class_num = ?");
