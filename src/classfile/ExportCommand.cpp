@@ -6,7 +6,6 @@
 #include "OutputFile.h"
 #include "core/DataDirectory.h"
 #include "store/Database.h"
-#include "store/StoreError.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -38,9 +37,7 @@ std::optional<QString> exportTo(Database& classDb, Database& refDb, const Export
         completeOutput();
         transaction.commit();
         return std::nullopt;
-    } catch (const ClassFileError& e) {
-        return e.message();
-    } catch (const StoreError& e) {
+    } catch (const Error& e) {
         return e.message();
     }
 }

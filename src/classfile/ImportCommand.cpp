@@ -48,9 +48,7 @@ public:
             m_db.prepare(InsertConfig).run({m_name});
             m_transaction.commit();
             return {Status::Complete, QStringLiteral("Import Complete"), m_stored};
-        } catch (const ClassFileError& e) {
-            return fail(e.message());
-        } catch (const StoreError& e) {
+        } catch (const Error& e) {
             return fail(e.message());
         }
     }

@@ -1,7 +1,7 @@
 #include "Guarded.h"
 
 #include "Dialogs.h"
-#include "store/StoreError.h"
+#include "store/Error.h"
 
 namespace tarn
 {
@@ -11,7 +11,7 @@ bool guarded(Dialogs& dialogs, QWidget* window, const std::function<void()>& com
     try {
         command();
         return true;
-    } catch (const StoreError& error) {
+    } catch (const Error& error) {
         dialogs.setBusy(false);
         dialogs.message(window, error.message());
         return false;
