@@ -15,6 +15,8 @@
 #include "toolkit/WindowMemory.h"
 #include "ui_frmClasses.h"
 
+#include <QStatusBar>
+
 namespace tarn
 {
 
@@ -47,7 +49,7 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     ui->setupUi(this);
     setWindowFlag(Qt::Window);
     setWindowIcon(appIcon());
-    addStatusBar(*this);
+    setStatusBar(new QStatusBar(this));
     addCloseKeys(*this);
     ui->mnuSaveAs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     auto* goTo = new QAction(QStringLiteral("&Go to Class..."), this);

@@ -1,10 +1,5 @@
 #include "frmConfig.h"
 
-#include "toolkit/StatusBar.h"
-#include "toolkit/WindowMemory.h"
-
-#include <QStatusBar>
-
 #include "classes/frmClasses.h"
 #include "classfile/ImportCommand.h"
 #include "core/AppState.h"
@@ -15,10 +10,14 @@
 #include "toolkit/AppIcon.h"
 #include "toolkit/Dialogs.h"
 #include "toolkit/Guarded.h"
+#include "toolkit/StatusBar.h"
 #include "toolkit/SystemNames.h"
+#include "toolkit/TextSizes.h"
+#include "toolkit/WindowMemory.h"
 #include "ui_frmConfig.h"
 
 #include <QApplication>
+#include <QStatusBar>
 
 namespace tarn
 {
@@ -33,7 +32,10 @@ frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
 {
     ui->setupUi(this);
     setWindowIcon(appIcon());
-    addStatusBar(*this);
+    setStatusBar(new QStatusBar(this));
+    setSizeInCharacters(*ui->classlist, 38, 13);
+    for (QPushButton* button : {ui->btNew, ui->btDelete, ui->btEdit, ui->btCopy, ui->btImport})
+        setWidthInCharacters(*button, 19);
     connectHandlers();
     publishSystemNames(*this);
     WindowMemory(m_state.windowSettingsFile).restore(*this);
@@ -54,8 +56,12 @@ void frmConfig::connectHandlers()
     connect(ui->btNew, &QPushButton::clicked, this, &frmConfig::btNew_Click);
     connect(ui->btDelete, &QPushButton::clicked, this, &frmConfig::btDelete_Click);
     connect(ui->btEdit, &QPushButton::clicked, this, &frmConfig::btEdit_Click);
-    // Enter or a double-click on a configuration edits it.
-    connect(ui->classlist, &QListWidget::itemActivated, this, &frmConfig::btEdit_Click);
+    // Enter or a double-click on a configuration edits it, also the one the focus is on
+    // before anything is selected.
+    connect(ui->classlist, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
+        item->setSelected(true);
+        btEdit_Click();
+    });
     ui->mnuExit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     ui->mnuAbout->setShortcut(QKeySequence(Qt::Key_F1));
     connect(ui->btCopy, &QPushButton::clicked, this, &frmConfig::btCopy_Click);

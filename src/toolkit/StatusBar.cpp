@@ -1,8 +1,6 @@
 #include "StatusBar.h"
 
 #include <QDir>
-#include <QMainWindow>
-#include <QStatusBar>
 
 namespace tarn
 {
@@ -16,11 +14,6 @@ QString classCount(int classes)
 }
 
 } // namespace
-
-void addStatusBar(QMainWindow& window)
-{
-    window.resize(window.width(), window.height() + window.statusBar()->sizeHint().height());
-}
 
 QString exportedStatus(int classes, const QString& file)
 {

@@ -22,13 +22,14 @@ QString folderKey(const QString& dialog)
     return QStringLiteral("folders/%1").arg(dialog);
 }
 
+// The room the content asks for, as far as the screen has it.
 void fitToScreen(QWidget& window)
 {
-    const QScreen* screen = window.screen();
-    if (!screen)
-        return;
-    const QSize room = screen->availableGeometry().size();
-    window.resize(window.size().boundedTo(room));
+    window.ensurePolished(); // style sheet fonts count in the size hints
+    QSize size = window.sizeHint().expandedTo(window.minimumSizeHint());
+    if (const QScreen* screen = window.screen())
+        size = size.boundedTo(screen->availableGeometry().size());
+    window.resize(size);
 }
 
 } // namespace
