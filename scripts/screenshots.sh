@@ -10,35 +10,46 @@ tarn="${TARN:-$root/build/src/tarn}"
 mkdir -p "$out"
 data="$(mktemp -d)"
 trap 'rm -rf "$data"' EXIT
+export XDG_CONFIG_HOME="$data/config" # windows at their first-run size, whatever you keep
+
+main="KD Tarn Workbench.*"
+
+focus() { # focus TITLE: the window of that title gets the keyboard
+    local window
+    window="$(xdotool search --sync --onlyvisible --name "^$1\$" | tail -1)"
+    xdotool windowfocus --sync "$window"
+    echo "$window"
+}
+
+keys() { # keys TITLE KEY...: types the keys into the window of that title
+    focus "$1" >/dev/null
+    shift
+    xdotool key --delay 200 "$@"
+}
 
 shoot() { # shoot FILE TITLE: the window of that title, as the display shows it
     sleep 1
-    local window
-    window="$(xdotool search --sync --onlyvisible --name "^$2\$" | tail -1)"
-    xdotool windowfocus --sync "$window"
-    import -window "$window" "$out/$1"
+    import -window "$(focus "$2")" "$out/$1"
     echo "$out/$1"
 }
 
 session() {
     "$tarn" --data-dir "$data" &
     local pid=$!
-    sleep 3
-    shoot main-window.png "KD Tarn Workbench.*"
-    xdotool key alt+c Down Return
+    shoot main-window.png "$main"
+    keys "$main" alt+c Down Return
     shoot class-editor.png "KD TARN 1 - Class Configuration"
-    xdotool key Escape
-    xdotool key alt+u w
+    keys "KD TARN 1 - Class Configuration" Escape
+    keys "$main" alt+u w
     shoot weapons.png "Edit Weapons"
-    xdotool key Escape
-    xdotool key alt+u i
+    keys "Edit Weapons" Escape
+    keys "$main" alt+u i
     shoot items.png "Edit Items"
-    xdotool key Escape
-    xdotool key F1
+    keys "Edit Items" Escape
+    keys "$main" F1
     shoot about.png "About MyApp"
-    xdotool key Escape
-    sleep 1
-    xdotool key ctrl+q
+    keys "About MyApp" Escape
+    keys "$main" ctrl+q
     wait "$pid"
 }
 

@@ -11,6 +11,7 @@
 #include "toolkit/Guarded.h"
 #include "toolkit/StatusBar.h"
 #include "toolkit/SystemNames.h"
+#include "toolkit/TextSizes.h"
 #include "toolkit/WindowKeys.h"
 #include "toolkit/WindowMemory.h"
 #include "ui_frmClasses.h"
@@ -63,8 +64,19 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     bindClassControls(*this, *ui->dbClassDef);
     connectHandlers();
     publishSystemNames(*this);
-    WindowMemory(m_state.windowSettingsFile).restore(*this);
+    sizeBoxes();
+    scrollCentralWidget(*this);
     Form_Load();
+    WindowMemory(m_state.windowSettingsFile).restore(*this); // at the size of the loaded captions
+}
+
+void frmClasses::sizeBoxes()
+{
+    for (QLineEdit* box : {ui->fldClassName, ui->fldModel, ui->fldSkin1, ui->fldSkin2})
+        setWidthInCharacters(*box, 20);
+    for (QLineEdit* box : {ui->Text1, ui->fldArmor, ui->fldSpeed, ui->fldHealth, ui->fldDecoySkin, ui->maxbullets,
+                           ui->maxshells, ui->maxrockets, ui->maxgrenades, ui->maxcells, ui->maxslugs})
+        setWidthInCharacters(*box, 6);
 }
 
 frmClasses::~frmClasses() = default;

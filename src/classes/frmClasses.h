@@ -54,6 +54,7 @@ private:
         bool weapon;
     };
 
+    void sizeBoxes();
     void gatherControls();
     void showPosition();
     void goToClass();

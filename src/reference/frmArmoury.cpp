@@ -1,6 +1,7 @@
 #include "frmArmoury.h"
 
 #include "toolkit/SystemNames.h"
+#include "toolkit/TextSizes.h"
 #include "ui_frmArmoury.h"
 
 namespace tarn
@@ -10,6 +11,10 @@ frmArmoury::frmArmoury(const ReferenceLayout& layout, AppState& state, Dialogs& 
     : ReferenceEditor(layout, state, dialogs, parent), ui(std::make_unique<Ui::frmArmoury>())
 {
     ui->setupUi(this);
+    // The name box is more than four times as wide as the narrow number boxes.
+    for (QLineEdit* box : {ui->Text1, ui->Text3, ui->Text4, ui->Text5})
+        setWidthInCharacters(*box, 7);
+    setWidthInCharacters(*ui->Text2, 34);
     attach({ui->dataControl,
             ui->Command1,
             ui->Command2,

@@ -4,6 +4,7 @@
 #include "toolkit/DataControl.h"
 #include "toolkit/Dialogs.h"
 #include "toolkit/SystemNames.h"
+#include "toolkit/TextSizes.h"
 #include "ui_frmBitTable.h"
 
 namespace tarn
@@ -13,6 +14,12 @@ frmBitTable::frmBitTable(const ReferenceLayout& layout, AppState& state, Dialogs
     : ReferenceEditor(layout, state, dialogs, parent), ui(std::make_unique<Ui::frmBitTable>())
 {
     ui->setupUi(this);
+    // The id box is twice as wide as the enabled mark, the name box the widest.
+    setWidthInCharacters(*ui->Text1, 12);
+    setWidthInCharacters(*ui->Text2, 34);
+    for (QLineEdit* box : {ui->Text5, ui->fldCalcBit, ui->fldBitNum})
+        setWidthInCharacters(*box, 6);
+    setWidthInCharacters(*ui->fldResult, 12);
     attach({ui->dataControl,
             ui->Command1,
             ui->Command2,

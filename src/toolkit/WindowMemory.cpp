@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLayout>
 #include <QScreen>
 #include <QSettings>
 #include <QWidget>
@@ -22,10 +23,23 @@ QString folderKey(const QString& dialog)
     return QStringLiteral("folders/%1").arg(dialog);
 }
 
+// Captions and widths set before a window's first show don't reach the size hints its
+// layouts have cached, since hidden controls don't tell their layouts.
+void forgetCachedSizes(QWidget& window)
+{
+    const auto controls = window.findChildren<QWidget*>();
+    for (QWidget* control : controls)
+        control->updateGeometry();
+    const auto layouts = window.findChildren<QLayout*>();
+    for (QLayout* layout : layouts)
+        layout->invalidate();
+}
+
 // The room the content asks for, as far as the screen has it.
 void fitToScreen(QWidget& window)
 {
     window.ensurePolished(); // style sheet fonts count in the size hints
+    forgetCachedSizes(window);
     QSize size = window.sizeHint().expandedTo(window.minimumSizeHint());
     if (const QScreen* screen = window.screen())
         size = size.boundedTo(screen->availableGeometry().size());
