@@ -5,6 +5,7 @@
 #include <QLayout>
 #include <QScreen>
 #include <QSettings>
+#include <QStyle>
 #include <QWidget>
 
 namespace tarn
@@ -35,15 +36,22 @@ void forgetCachedSizes(QWidget& window)
         layout->invalidate();
 }
 
+// The room on the screen for the inside of a window: the window system's frame and
+// title bar aren't known before it is shown, so the style's guess of them is kept free.
+QSize roomOnScreen(const QWidget& window)
+{
+    const QStyle* style = window.style();
+    const int frame = 2 * style->pixelMetric(QStyle::PM_DefaultFrameWidth);
+    const int titleBar = style->pixelMetric(QStyle::PM_TitleBarHeight);
+    return window.screen()->availableGeometry().size().shrunkBy(QMargins(frame, frame + titleBar, frame, frame));
+}
+
 // The room the content asks for, as far as the screen has it.
 void fitToScreen(QWidget& window)
 {
     window.ensurePolished(); // style sheet fonts count in the size hints
     forgetCachedSizes(window);
-    QSize size = window.sizeHint().expandedTo(window.minimumSizeHint());
-    if (const QScreen* screen = window.screen())
-        size = size.boundedTo(screen->availableGeometry().size());
-    window.resize(size);
+    window.resize(window.sizeHint().expandedTo(window.minimumSizeHint()).boundedTo(roomOnScreen(window)));
 }
 
 } // namespace
