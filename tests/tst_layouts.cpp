@@ -82,6 +82,26 @@ QString cutCaption(const QWidget& control)
     return {};
 }
 
+// The named controls Tab reaches from the window's first, in turn.
+QStringList tabOrder(QWidget& window)
+{
+    QStringList order;
+    for (QWidget* w = window.nextInFocusChain(); w != &window; w = w->nextInFocusChain()) {
+        const bool named = !w->objectName().isEmpty() && !w->objectName().startsWith(QLatin1String("qt_"));
+        if (named && (w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(&window) && w->isEnabled())
+            order << w->objectName();
+    }
+    return order;
+}
+
+QStringList numbered(const QString& name, int first, int last)
+{
+    QStringList names;
+    for (int i = first; i <= last; ++i)
+        names << name.arg(i);
+    return names;
+}
+
 } // namespace
 
 class LayoutTest : public QObject
@@ -137,6 +157,36 @@ private slots:
                          qPrintable(a->objectName() + " overlaps " + b->objectName()));
             }
         }
+    }
+
+    // Laid out or not, Tab visits the controls in the order each window always had.
+    void tabOrderIsKept_data()
+    {
+        QTest::addColumn<int>("window");
+        QTest::addColumn<QStringList>("order");
+        QTest::newRow("main window") << int(Window::Config)
+                                     << QStringList{"btNew", "btDelete", "btEdit", "classlist", "btCopy", "btImport"};
+        QTest::newRow("class editor") << int(Window::Classes)
+                                      << QStringList{"fldClassName", "fldModel", "fldSkin1",  "fldSkin2",    "Text1",
+                                                     "fldArmor",     "fldSpeed", "fldHealth", "fldDecoySkin"} +
+                                             numbered("w%1", 2, 10) + numbered("g%1", 1, 3) +
+                                             numbered("Check1_%1", 0, 7) +
+                                             QStringList{"maxbullets",  "maxshells", "maxrockets",
+                                                         "maxgrenades", "maxcells",  "maxslugs"} +
+                                             numbered("special_%1", 0, 20) + QStringList{"Command1", "AddClass"};
+        QTest::newRow("weapons") << int(Window::Weapons)
+                                 << numbered("Text%1", 1, 5) + QStringList{"Command1", "Command2"};
+        QTest::newRow("items") << int(Window::Items) << QStringList{"Text1",    "Text2",     "Text5",   "Command1",
+                                                                    "Command2", "fldBitNum", "btnCalc", "fldResult"};
+    }
+    void tabOrderIsKept()
+    {
+        QFETCH(int, window);
+        QFETCH(QStringList, order);
+        TempData data;
+        ScriptedDialogs dialogs;
+        const std::unique_ptr<QWidget> shown = open(Window(window), *data.state, dialogs);
+        QCOMPARE(tabOrder(*shown), order);
     }
 };
 

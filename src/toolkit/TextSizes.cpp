@@ -52,6 +52,7 @@ void scrollCentralWidget(QMainWindow& window)
     auto* area = new ContentScrollArea(&window);
     area->setObjectName(QStringLiteral("contentScroll"));
     area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus); // Tab goes from control to control, scrolling each into view
     area->setWidgetResizable(true);
     area->setWidget(window.takeCentralWidget());
     window.setCentralWidget(area);
