@@ -30,7 +30,7 @@ struct ItemForm {
         control->bindText(id, QStringLiteral("i_id"), QStringLiteral("Item ID"));
         control->bindText(name, QStringLiteral("i_name"), QStringLiteral("Items Name"));
         control->bindCheck(enabled, QStringLiteral("kd_enabled"), QStringLiteral("Enabled"));
-        control->open(db, QStringLiteral("select * from item order by i_id"));
+        control->open(db, {QStringLiteral("item"), {}, QStringLiteral("i_id")});
     }
 };
 
@@ -71,7 +71,7 @@ private slots:
     // The set is the statement's, fixed when opened; values are read fresh at each look.
     void recordsetKeepsItsSetAndReadsFresh()
     {
-        Recordset rs(*m_db, QStringLiteral("select * from weapon where kd_enabled = 1 order by w_id"));
+        Recordset rs(*m_db, {QStringLiteral("weapon"), QStringLiteral("kd_enabled = 1"), QStringLiteral("w_id")});
         QCOMPARE(names(rs), (QStringList{"a", "b", "c"}));
         QVERIFY(rs.eof());
         rs.moveLast();
@@ -90,7 +90,7 @@ private slots:
 
     void addNewStandsAtTheEndUntilRequery()
     {
-        Recordset rs(*m_db, QStringLiteral("select * from weapon order by w_id"));
+        Recordset rs(*m_db, {QStringLiteral("weapon"), {}, QStringLiteral("w_id")});
         rs.addNew({{"w_id", 1}, {"w_name", "first by id"}});
         QCOMPARE(rs.value("w_name").toString(), QStringLiteral("a")); // the current row stays
         rs.moveLast();
@@ -99,7 +99,7 @@ private slots:
         rs.requery();
         QCOMPARE(rs.value("w_name").toString(), QStringLiteral("first by id"));
 
-        Recordset none(*m_db, QStringLiteral("select * from weapon where w_id > 100"));
+        Recordset none(*m_db, {QStringLiteral("weapon"), QStringLiteral("w_id > 100"), {}});
         QVERIFY(none.isEmpty() && none.eof());
         none.addNew({{"w_id", 200}});
         QVERIFY(!none.hasCurrent());
@@ -109,7 +109,7 @@ private slots:
 
     void deleteLeavesNoCurrentRowUntilTheNextMove()
     {
-        Recordset rs(*m_db, QStringLiteral("select * from weapon order by w_id"));
+        Recordset rs(*m_db, {QStringLiteral("weapon"), {}, QStringLiteral("w_id")});
         rs.moveNext();
         rs.deleteCurrent();
         QVERIFY(!rs.hasCurrent());

@@ -2,7 +2,7 @@
 
 #include "ClassBindings.h"
 #include "core/AppState.h"
-#include "store/Database.h"
+#include "store/Classes.h"
 #include "store/Recordset.h"
 #include "store/Statements.h"
 #include "store/StoreError.h"
@@ -147,8 +147,7 @@ void frmClasses::addClass()
     DataControl& data = *ui->dbClassDef;
     // The highest number is read before the move below stores the edits on show, so a
     // number just typed into Class Num is stored but does not count.
-    const QVariant highest = m_state.classDb().scalar(sql::HighestClassNum, {m_state.currentConfig});
-    const int maximum = highest.isNull() ? 0 : highest.toInt();
+    const int maximum = int(highestClassNumber(m_state.classDb(), m_state.currentConfig).value_or(0));
     if (maximum >= HighestClassNum) {
         m_dialogs.message(this, QStringLiteral("No class can be added: class number %1 is the highest a class can "
                                                "have, and this configuration already uses it.")
@@ -200,10 +199,8 @@ void frmClasses::goToClass()
     DataControl& data = *ui->dbClassDef;
     std::optional<int> position;
     if (ok) {
-        Statement rows = m_state.classDb().prepare(sql::ClassRowsByNumber);
-        rows.bindAll({m_state.currentConfig, number});
-        while (rows.step()) {
-            const std::optional<int> found = data.recordset()->positionOf(rows.value(0).toLongLong());
+        for (const qint64 rowId : classRowIds(m_state.classDb(), m_state.currentConfig, number)) {
+            const std::optional<int> found = data.recordset()->positionOf(rowId);
             if (found && (!position || *found < *position))
                 position = found;
         }

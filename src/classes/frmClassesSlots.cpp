@@ -75,9 +75,9 @@ void frmClasses::dbClassDef_Reposition()
 
 void frmClasses::Picker_Click(const Slot& slot)
 {
-    const QVariant id = slot.picker->currentData(IdRole);
-    if (id.isValid()) // an empty list has nothing to put in the slot, and the stored id stays
-        slot.hidden->setText(QString::number(id.toLongLong()));
+    if (const std::optional<qint64> id =
+            chosenSlotId(slot.weapon ? m_weaponIds : m_grenadeIds, slot.picker->currentIndex()))
+        slot.hidden->setText(QString::number(*id));
 }
 
 // "Class 3 of 120" beside the navigator, whose own caption stays as it is.

@@ -1,6 +1,6 @@
 #include "ClassRecord.h"
 
-#include "store/Statement.h"
+#include "store/Classes.h"
 
 namespace tarn
 {
@@ -8,42 +8,22 @@ namespace tarn
 namespace
 {
 
-// Binds values to the parameters of a statement in turn, from the first.
-class RowBinder
+template <typename T, std::size_t N>
+ClassRowInserter& operator<<(ClassRowInserter& rows, const std::array<T, N>& fields)
 {
-public:
-    explicit RowBinder(Statement& statement) : m_statement(statement) {}
-
-    RowBinder& operator<<(const QString& text)
-    {
-        m_statement.bindText(m_next++, text);
-        return *this;
-    }
-    RowBinder& operator<<(qint64 number)
-    {
-        m_statement.bindInt64(m_next++, number);
-        return *this;
-    }
-    template <typename T, std::size_t N> RowBinder& operator<<(const std::array<T, N>& fields)
-    {
-        for (const T field : fields)
-            *this << qint64(field);
-        return *this;
-    }
-
-private:
-    Statement& m_statement;
-    int m_next = 1;
-};
+    for (const T field : fields)
+        rows << qint64(field);
+    return rows;
+}
 
 } // namespace
 
-void bindClassRow(Statement& insert, const ClassRecord& record, const QString& packageName, qint16 classNum)
+void insertClassRow(ClassRowInserter& rows, const ClassRecord& record, const QString& packageName, qint16 classNum)
 {
-    RowBinder row(insert);
-    row << packageName << record.name << classNum << record.redSkin << record.blueSkin << record.model;
-    row << record.weapons << record.grenades << record.speed << record.health << record.armor;
-    row << record.items << record.abilities << record.decoySkin << record.ammo;
+    rows << packageName << record.name << qint64(classNum) << record.redSkin << record.blueSkin << record.model;
+    rows << record.weapons << record.grenades << qint64(record.speed) << qint64(record.health) << qint64(record.armor);
+    rows << record.items << record.abilities << qint64(record.decoySkin) << record.ammo;
+    rows.insertRow();
 }
 
 } // namespace tarn

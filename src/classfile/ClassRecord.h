@@ -6,7 +6,7 @@
 namespace tarn
 {
 
-class Statement;
+class ClassRowInserter;
 
 inline constexpr int AbilityFlags = 21;
 inline constexpr int ItemFlags = 9;
@@ -37,8 +37,8 @@ template <std::size_t N> std::array<bool, N> spreadBits(qint32 sum)
     return flags;
 }
 
-// Binds all 59 values of the classdef row, in the order of schema::classColumnNames(),
-// to the parameters of an insert: text columns as strings, flags as 0 and 1.
-void bindClassRow(Statement& insert, const ClassRecord& record, const QString& packageName, qint16 classNum);
+// Stores the record as a classdef row under the configuration's name: text columns as
+// strings, flags as 0 and 1.
+void insertClassRow(ClassRowInserter& rows, const ClassRecord& record, const QString& packageName, qint16 classNum);
 
 } // namespace tarn

@@ -2,8 +2,7 @@
 
 #include "ClassFileWriter.h"
 #include "SlotSearch.h"
-#include "store/Database.h"
-#include "store/Statements.h"
+#include "store/Classes.h"
 
 #include <QHash>
 
@@ -60,23 +59,6 @@ Columns locate(const Statement& rows)
     return c;
 }
 
-// The walk needs each row's id to store what the tracking changed; the rows and their
-// order stay those of the editor's statement.
-QString walkSql()
-{
-    return QStringLiteral("select rowid, ") + sql::OrderedClassesOfConfig.mid(QStringLiteral("select ").size());
-}
-
-QString updateSlotsSql()
-{
-    QStringList assignments;
-    for (std::size_t k = 0; k < WeaponSlots; ++k)
-        assignments << QStringLiteral("w%1 = ?").arg(k + 2);
-    for (std::size_t k = 0; k < GrenadeSlots; ++k)
-        assignments << QStringLiteral("g%1 = ?").arg(k + 1);
-    return QStringLiteral("update classdef set %1 where rowid = ?").arg(assignments.join(u", "));
-}
-
 ShownNumber shown(const Statement& row, int column)
 {
     return row.isNull(column) ? ShownNumber() : ShownNumber(row.int64(column));
@@ -103,41 +85,33 @@ qint32 boxSum(const Statement& row, const std::vector<BoxEntry>& boxes, const st
     return qint32(sum);
 }
 
-// What the picker tracking leaves in one slot: the id of the entry that the search
-// finds, or the slot as stored when the picker has no entry to show.
-ShownNumber trackSlot(const std::vector<qint64>& ids, const ShownNumber& stored)
-{
-    if (ids.empty())
-        return stored;
-    const QString storedText = stored ? QString::number(*stored) : QString();
-    return ids[std::size_t(findSlotPosition(ids, storedText))];
-}
-
-template <std::size_t N> bool trackSlots(std::array<ShownNumber, N>& slotIds, const std::vector<qint64>& ids)
-{
-    bool changed = false;
-    for (ShownNumber& slot : slotIds) {
-        const ShownNumber tracked = trackSlot(ids, slot);
-        changed = changed || tracked != slot;
-        slot = tracked;
-    }
-    return changed;
-}
-
 QVariant columnValue(const ShownNumber& value)
 {
     return value ? QVariant(qlonglong(*value)) : QVariant();
 }
 
-QVariantList slotValues(const ExportedClass& cls, qint64 rowId)
+// What the picker tracking leaves in each slot of a series, as the class editor's pickers
+// do: the id of the entry the search finds, or the slot as stored when the picker has no
+// entry to show. The columns it changed go to changes, with their new values.
+template <std::size_t N>
+void trackSlots(std::array<ShownNumber, N>& slotIds, const std::vector<qint64>& ids,
+                const std::array<QString, N>& names, std::vector<ClassColumnWriter::Change>& changes)
 {
-    QVariantList values;
-    for (const ShownNumber& weapon : cls.weapons)
-        values << columnValue(weapon);
-    for (const ShownNumber& grenade : cls.grenades)
-        values << columnValue(grenade);
-    values << rowId;
-    return values;
+    for (std::size_t k = 0; k < N; ++k) {
+        const ShownNumber chosen = chosenSlotId(ids, findSlotPosition(ids, slotIds[k]));
+        if (chosen && chosen != slotIds[k]) {
+            slotIds[k] = chosen;
+            changes.emplace_back(names[k], columnValue(chosen));
+        }
+    }
+}
+
+template <std::size_t N> std::array<QString, N> columnNames(const char* prefix, int first)
+{
+    std::array<QString, N> names;
+    for (std::size_t k = 0; k < N; ++k)
+        names[k] = QLatin1String(prefix) + QString::number(first + int(k));
+    return names;
 }
 
 ExportedClass exportedClass(const Statement& row, const Columns& c, const ReferenceLists& lists)
@@ -177,15 +151,19 @@ ExportWalk::ExportWalk(Database& classDb, const ReferenceLists& lists)
 
 void ExportWalk::run(const QString& configName, ClassFileWriter& writer)
 {
-    Statement rows = m_classDb.prepare(walkSql());
-    rows.bind(1, configName);
-    Statement updateSlots = m_classDb.prepare(updateSlotsSql());
+    static const auto weaponColumns = columnNames<WeaponSlots>("w", 2);
+    static const auto grenadeColumns = columnNames<GrenadeSlots>("g", 1);
+    Statement rows = orderedClassRows(m_classDb, configName);
+    ClassColumnWriter slotWriter(m_classDb);
     const Columns columns = locate(rows);
+    std::vector<ClassColumnWriter::Change> changes;
     while (rows.step()) {
         ExportedClass cls = exportedClass(rows, columns, m_lists);
-        const bool weaponsChanged = trackSlots(cls.weapons, m_weaponIds);
-        if (trackSlots(cls.grenades, m_grenadeIds) || weaponsChanged)
-            updateSlots.run(slotValues(cls, rows.int64(columns.rowId)));
+        changes.clear();
+        trackSlots(cls.weapons, m_weaponIds, weaponColumns, changes);
+        trackSlots(cls.grenades, m_grenadeIds, grenadeColumns, changes);
+        if (!changes.empty())
+            slotWriter.write(rows.int64(columns.rowId), changes);
         writer.writeClass(cls);
     }
 }

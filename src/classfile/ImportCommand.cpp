@@ -2,8 +2,9 @@
 
 #include "ClassFileError.h"
 #include "ClassFileReader.h"
+#include "store/Classes.h"
+#include "store/Configurations.h"
 #include "store/Database.h"
-#include "store/Schema.h"
 #include "store/StoreError.h"
 
 #include <QDir>
@@ -18,24 +19,13 @@ namespace
 using Status = ImportResult::Status;
 
 const QString BadRecordPrefix = QStringLiteral("Bad Class Record: ");
-const QString InsertConfig = QStringLiteral("insert into package (package_name) values (?)");
-
-QString insertClassSql()
-{
-    const QStringList columns = schema::classColumnNames();
-    const QStringList places(columns.size(), QStringLiteral("?"));
-    return QStringLiteral("insert into classdef (%1) values (%2)").arg(columns.join(u", "), places.join(u", "));
-}
 
 // One import into the store. Rows go in as the records are read; the package row
 // goes in last, so the configuration is listed only after a complete read.
 class ImportRun
 {
 public:
-    ImportRun(Database& db, const QString& newName)
-        : m_db(db), m_name(newName), m_transaction(db), m_insert(db.prepare(insertClassSql()))
-    {
-    }
+    ImportRun(Database& db, const QString& newName) : m_db(db), m_name(newName), m_transaction(db), m_rows(db) {}
 
     ImportResult run(QIODevice& in)
     {
@@ -45,7 +35,7 @@ public:
                 if (std::optional<ImportResult> stopped = take(*event))
                     return *stopped;
             }
-            m_db.prepare(InsertConfig).run({m_name});
+            addConfiguration(m_db, m_name);
             m_transaction.commit();
             return {Status::Complete, QStringLiteral("Import Complete"), m_stored};
         } catch (const Error& e) {
@@ -62,9 +52,7 @@ private:
         const ReadClass& read = std::get<ReadClass>(event);
         if (!read.problems.isEmpty())
             return fail(read.problems.join(u'\n'));
-        bindClassRow(m_insert, read.record, m_name, read.number);
-        m_insert.step();
-        m_insert.reset();
+        insertClassRow(m_rows, read.record, m_name, read.number);
         ++m_stored;
         return std::nullopt;
     }
@@ -87,7 +75,7 @@ private:
     Database& m_db;
     QString m_name;
     Transaction m_transaction;
-    Statement m_insert;
+    ClassRowInserter m_rows;
     int m_stored = 0;
 };
 

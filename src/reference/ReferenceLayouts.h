@@ -3,6 +3,8 @@
 #include <QList>
 #include <QString>
 
+#include "store/RecordSource.h"
+
 namespace tarn
 {
 
@@ -18,7 +20,7 @@ struct ReferenceLayout {
     QString caption;          // the window title
     QString dataName;         // the system name of its navigator
     QString dataCaption;      // the caption between the navigator's buttons
-    QString recordSource;     // lowest id first
+    RecordSource recordSource; // lowest id first
     QList<BoundField> fields; // Text1 onwards, in the order of the boxes
 };
 

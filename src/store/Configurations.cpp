@@ -1,22 +1,12 @@
 #include "Configurations.h"
 
+#include "Classes.h"
 #include "Database.h"
-#include "Schema.h"
 #include "Statements.h"
 #include "StoreError.h"
 
 namespace tarn
 {
-
-namespace
-{
-
-void insertPackageRow(Database& classDb, const QString& name)
-{
-    classDb.prepare(QStringLiteral("insert into package (package_name) values (?)")).run({name});
-}
-
-} // namespace
 
 QStringList listConfigurations(Database& classDb)
 {
@@ -48,38 +38,27 @@ bool configurationExists(Database& classDb, const QString& name)
 
 void addConfiguration(Database& classDb, const QString& name)
 {
-    insertPackageRow(classDb, name);
+    classDb.prepare(sql::AddConfig).run({name});
 }
 
 void deleteConfiguration(Database& classDb, const QString& name)
 {
     Transaction transaction(classDb);
-    classDb
-        .prepare(QStringLiteral("delete from package where rowid = "
-                                "(select min(rowid) from package where package_name = ?)"))
-        .run({name});
+    classDb.prepare(sql::DeleteFirstConfigRow).run({name});
     classDb.prepare(sql::DeleteClassesOfConfig).run({name});
     transaction.commit();
 }
 
 void copyConfiguration(Database& classDb, const QString& source, const QString& newName)
 {
-    QStringList columns = schema::classColumnNames();
-    columns.removeFirst(); // package_name takes the new name
-    const QString list = columns.join(u", ");
     Transaction transaction(classDb);
     // Copying into a name in use would merge two configurations' classes, numbers repeating.
     if (configurationExists(classDb, newName))
         throw StoreError(
             QStringLiteral("There is already a configuration named \"%1\". The copy needs a name of its own.")
                 .arg(newName));
-    insertPackageRow(classDb, newName);
-    // SQLite reads the whole source set before it inserts, so rows added here are never copied again.
-    classDb
-        .prepare(QStringLiteral("insert into classdef (package_name, %1) select ?, %1 from classdef "
-                                "where package_name = ? order by rowid")
-                     .arg(list))
-        .run({newName, source});
+    addConfiguration(classDb, newName);
+    copyClassRows(classDb, source, newName);
     transaction.commit();
 }
 

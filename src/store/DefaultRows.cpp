@@ -1,9 +1,12 @@
 #include "DefaultRows.h"
 
+#include "Classes.h"
+#include "Configurations.h"
 #include "Database.h"
 #include "Schema.h"
 
 #include <QStringList>
+#include <array>
 
 namespace tarn
 {
@@ -27,6 +30,38 @@ const QStringList weaponNames{QStringLiteral("None"),
 const QStringList weaponDamage{"0", "15", "4", "6", "8", "6", "120", "100", "15", "100", "200"};
 const QStringList weaponSpeed{"0", "1000", "1", "1", "10", "20", "600", "650", "1000", "0", "400"};
 constexpr int BlasterId = 1;
+
+// A class of the example configuration; slots, items and abilities not named hold 0.
+struct ExampleClass {
+    qint64 number;
+    QString name, model, redSkin, blueSkin;
+    qint64 decoySkin;
+    std::array<qint64, 2> weapons; // slots 2 and 3
+    qint64 grenade;                // slot 1
+    qint64 armor, speed, health;
+    std::array<qint64, 2> items;     // i1 and i2
+    std::array<qint64, 3> abilities; // s1 to s3
+    std::array<qint64, 6> ammo;
+};
+
+// In the order of classdef's columns.
+void insertExampleClass(ClassRowInserter& rows, const QString& config, const ExampleClass& c)
+{
+    constexpr qint64 None = 0;
+    rows << config << c.name << c.number << c.redSkin << c.blueSkin << c.model;
+    rows << qint64(BlasterId) << c.weapons[0] << c.weapons[1];
+    for (int slot = 4; slot <= 10; ++slot)
+        rows << None;
+    rows << c.grenade << None << None << c.speed << c.health << c.armor;
+    for (std::size_t i = 0; i < 9; ++i)
+        rows << (i < c.items.size() ? c.items[i] : None);
+    for (std::size_t s = 0; s < 21; ++s)
+        rows << (s < c.abilities.size() ? c.abilities[s] : None);
+    rows << c.decoySkin;
+    for (qint64 limit : c.ammo)
+        rows << limit;
+    rows.insertRow();
+}
 
 const QStringList grenadeNames{QStringLiteral("None"), QStringLiteral("Hand Grenade"), QStringLiteral("Flash Grenade"),
                                QStringLiteral("Cluster Grenade"), QStringLiteral("Proximity Mine")};
@@ -79,64 +114,38 @@ void insertDefaultReferenceRows(Database& refDb)
 void insertExampleConfiguration(Database& classDb)
 {
     const QString name = QStringLiteral("Example");
-    classDb.prepare(QStringLiteral("insert into package (package_name) values (?)")).run({name});
-    Statement insert = classDb.prepare(QStringLiteral(
-        "insert into classdef (package_name, class_num, class_name, model_name, skin_name1, skin_name2, decoyskin, "
-        "w1, w2, w3, w4, w5, w6, w7, w8, w9, w10, g1, g2, g3, max_armor, max_speed, max_health, "
-        "i1, i2, i3, i4, i5, i6, i7, i8, i9, s1, s2, s3, s4, s5, s6, s7, s8, s9, s10, s11, s12, s13, s14, s15, "
-        "s16, s17, s18, s19, s20, s21, maxbullets, maxshells, maxrockets, maxgrenades, maxcells, maxslugs) "
-        "values (?, ?, ?, ?, ?, ?, ?, 1, ?, ?, 0, 0, 0, 0, 0, 0, 0, ?, 0, 0, ?, ?, ?, "
-        "?, ?, 0, 0, 0, 0, 0, 0, 0, ?, ?, ?, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "
-        "?, ?, ?, ?, ?, ?)"));
-    // name, model, skins, decoy, two weapons, grenade, armor/speed/health, items 1-2, abilities 1-3, ammunition
-    insert.run({name,
-                1,
-                QStringLiteral("Scout"),
-                QStringLiteral("male"),
-                QStringLiteral("scout_r"),
-                QStringLiteral("scout_b"),
-                1,
-                2,
-                4,
-                1,
-                50,
-                320,
-                100,
-                0,
-                1,
-                1,
-                0,
-                1,
-                100,
-                20,
-                0,
-                5,
-                0,
-                0});
-    insert.run({name,
-                2,
-                QStringLiteral("Heavy"),
-                QStringLiteral("cyborg"),
-                QStringLiteral("heavy_r"),
-                QStringLiteral("heavy_b"),
-                0,
-                7,
-                5,
-                1,
-                200,
-                240,
-                150,
-                1,
-                0,
-                0,
-                1,
-                0,
-                200,
-                50,
-                25,
-                10,
-                100,
-                10});
+    addConfiguration(classDb, name);
+    ClassRowInserter rows(classDb);
+    insertExampleClass(rows, name,
+                       {1,
+                        QStringLiteral("Scout"),
+                        QStringLiteral("male"),
+                        QStringLiteral("scout_r"),
+                        QStringLiteral("scout_b"),
+                        1,
+                        {2, 4},
+                        1,
+                        50,
+                        320,
+                        100,
+                        {0, 1},
+                        {1, 0, 1},
+                        {100, 20, 0, 5, 0, 0}});
+    insertExampleClass(rows, name,
+                       {2,
+                        QStringLiteral("Heavy"),
+                        QStringLiteral("cyborg"),
+                        QStringLiteral("heavy_r"),
+                        QStringLiteral("heavy_b"),
+                        0,
+                        {7, 5},
+                        1,
+                        200,
+                        240,
+                        150,
+                        {1, 0},
+                        {0, 1, 0},
+                        {200, 50, 25, 10, 100, 10}});
 }
 
 } // namespace tarn

@@ -5,28 +5,21 @@
 #include "Database.h"
 #include "StoreError.h"
 
-#include <QRegularExpression>
-
 namespace tarn
 {
 
 namespace
 {
 
-struct ParsedSelect {
-    QString table;
-    QString rest; // where and order by, as written
-};
-
-ParsedSelect parseSelect(const QString& sql)
+// The rowids of the source's rows, in its order.
+QString idSql(const RecordSource& source)
 {
-    static const QRegularExpression pattern(QStringLiteral(R"(^\s*select\s+\*\s+from\s+(\w+)(.*)$)"),
-                                            QRegularExpression::CaseInsensitiveOption |
-                                                QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = pattern.match(sql);
-    if (!match.hasMatch())
-        throw StoreError(QStringLiteral("Not a statement a record set can open: %1").arg(sql));
-    return {match.captured(1), match.captured(2)};
+    QString sql = QStringLiteral("select rowid from ") + source.table;
+    if (!source.filter.isEmpty())
+        sql += QStringLiteral(" where ") + source.filter;
+    if (!source.order.isEmpty())
+        sql += QStringLiteral(" order by ") + source.order;
+    return sql;
 }
 
 QStringList columnNames(Statement& statement)
@@ -39,14 +32,11 @@ QStringList columnNames(Statement& statement)
 
 } // namespace
 
-Recordset::Recordset(Database& db, const QString& selectSql, const QVariantList& params)
-    : m_db(db), m_params(params),
-      m_readRow(db.prepare(QStringLiteral("select * from %1 where rowid = ?").arg(parseSelect(selectSql).table)))
+Recordset::Recordset(Database& db, const RecordSource& source, const QVariantList& params)
+    : m_db(db), m_table(source.table), m_idSql(idSql(source)), m_params(params),
+      m_readRow(db.prepare(QStringLiteral("select * from %1 where rowid = ?").arg(source.table))),
+      m_columns(columnNames(m_readRow))
 {
-    const ParsedSelect parsed = parseSelect(selectSql);
-    m_table = parsed.table;
-    m_idSql = QStringLiteral("select rowid from %1%2").arg(parsed.table, parsed.rest);
-    m_columns = columnNames(m_readRow);
     requery();
 }
 

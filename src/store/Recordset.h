@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "RecordSource.h"
 #include "Statement.h"
 
 namespace tarn
@@ -17,12 +18,11 @@ class Database;
 // statement's order; a row's values are read fresh at each look; a row added
 // through it stands at the end of the set until it is opened again; after a
 // delete there is no current row until the next move.
-//
-// The statement is a "select * from TABLE ..." text with "?" parameters.
 class Recordset
 {
 public:
-    Recordset(Database& db, const QString& selectSql, const QVariantList& params = {});
+    // The parameters are bound to the "?" of the source's filter, in turn.
+    Recordset(Database& db, const RecordSource& source, const QVariantList& params = {});
 
     const QString& table() const { return m_table; }
     const QStringList& columns() const { return m_columns; }
@@ -64,8 +64,8 @@ private:
     QString m_table;
     QString m_idSql;
     QVariantList m_params;
-    QStringList m_columns;
     mutable Statement m_readRow;
+    QStringList m_columns;
     std::vector<qint64> m_ids;
     int m_position = -1;
     bool m_noCurrent = false;

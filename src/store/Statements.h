@@ -1,19 +1,27 @@
 #pragma once
 
+#include "RecordSource.h"
+
 #include <QString>
 
-// Every statement the program runs against its stores. A configuration name is
-// always bound as the parameter "?", never pasted into the text.
+// The statements and record sources the program names. The statements built from
+// classdef's columns are made in Classes.cpp, and those of a record set in Recordset.cpp.
+// A configuration name is always bound as the parameter "?", never pasted into the text.
 namespace tarn::sql
 {
 
 inline const QString ListConfigs = QStringLiteral("select * from package order by package_name");
 inline const QString ConfigByName = QStringLiteral("select * from package where package_name = ?");
+inline const QString AddConfig = QStringLiteral("insert into package (package_name) values (?)");
+inline const QString DeleteFirstConfigRow =
+    QStringLiteral("delete from package where rowid = (select min(rowid) from package where package_name = ?)");
 inline const QString DeleteClassesOfConfig = QStringLiteral("delete from classdef where package_name = ?");
 inline const QString AllClasses = QStringLiteral("select * from classdef");
 inline const QString ClassesOfConfig = QStringLiteral("select * from classdef where package_name = ?");
-inline const QString OrderedClassesOfConfig =
-    QStringLiteral("select * from classdef where package_name = ? order by package_name,class_num");
+inline const RecordSource OrderedClassesOfConfig{QStringLiteral("classdef"), QStringLiteral("package_name = ?"),
+                                                 QStringLiteral("package_name,class_num")};
+inline const QString OrderedClassRowsOfConfig =
+    QStringLiteral("select rowid, * from classdef where package_name = ? order by package_name,class_num");
 inline const QString OrderedClasses = QStringLiteral("select * from classdef order by package_name,class_num");
 inline const QString CreateClassOrderIndex =
     QStringLiteral("create index if not exists classdef_order on classdef (package_name, class_num)");
@@ -25,9 +33,9 @@ inline const QString EnabledWeapons = QStringLiteral("SELECT * FROM weapon where
 inline const QString EnabledGrenades = QStringLiteral("SELECT * FROM grenade where kd_enabled = 1 order by g_id");
 inline const QString ItemsById = QStringLiteral("SELECT * FROM item order by i_id");
 inline const QString SpecialsById = QStringLiteral("SELECT * FROM special order by s_id");
-inline const QString WeaponTable = QStringLiteral("select * from weapon order by w_id");
-inline const QString GrenadeTable = QStringLiteral("select * from grenade order by g_id");
-inline const QString ItemTable = QStringLiteral("select * from Item order by i_id");
-inline const QString SpecialTable = QStringLiteral("select * from special order by s_id");
+inline const RecordSource WeaponTable{QStringLiteral("weapon"), {}, QStringLiteral("w_id")};
+inline const RecordSource GrenadeTable{QStringLiteral("grenade"), {}, QStringLiteral("g_id")};
+inline const RecordSource ItemTable{QStringLiteral("Item"), {}, QStringLiteral("i_id")};
+inline const RecordSource SpecialTable{QStringLiteral("special"), {}, QStringLiteral("s_id")};
 
 } // namespace tarn::sql

@@ -120,9 +120,9 @@ QStringList DataControl::boundColumns() const
     return columns;
 }
 
-void DataControl::open(Database& db, const QString& selectSql, const QVariantList& params)
+void DataControl::open(Database& db, const RecordSource& source, const QVariantList& params)
 {
-    m_recordset = std::make_unique<Recordset>(db, selectSql, params);
+    m_recordset = std::make_unique<Recordset>(db, source, params);
     m_pendingNew = false;
     showCurrentRow();
 }

@@ -46,7 +46,7 @@ public:
     QStringList boundColumns() const;
 
     // Sets the record source and runs it; the first row becomes current.
-    void open(Database& db, const QString& selectSql, const QVariantList& params = {});
+    void open(Database& db, const RecordSource& source, const QVariantList& params = {});
     // Runs the record source afresh; the first row becomes current.
     void refresh();
     Recordset* recordset() { return m_recordset.get(); }

@@ -1,0 +1,109 @@
+#include "Classes.h"
+
+#include "Database.h"
+#include "Schema.h"
+#include "Statements.h"
+
+#include <QStringList>
+
+namespace tarn
+{
+
+namespace
+{
+
+QString insertClassSql()
+{
+    const QStringList columns = schema::classColumnNames();
+    const QStringList places(columns.size(), QStringLiteral("?"));
+    return QStringLiteral("insert into classdef (%1) values (%2)").arg(columns.join(u", "), places.join(u", "));
+}
+
+QString updateSql(const QStringList& columns)
+{
+    QStringList assignments;
+    for (const QString& column : columns)
+        assignments << column + QStringLiteral(" = ?");
+    return QStringLiteral("update classdef set %1 where rowid = ?").arg(assignments.join(u", "));
+}
+
+} // namespace
+
+ClassRowInserter::ClassRowInserter(Database& classDb) : m_insert(classDb.prepare(insertClassSql())) {}
+
+ClassRowInserter& ClassRowInserter::operator<<(const QString& text)
+{
+    m_insert.bindText(m_next++, text);
+    return *this;
+}
+
+ClassRowInserter& ClassRowInserter::operator<<(qint64 number)
+{
+    m_insert.bindInt64(m_next++, number);
+    return *this;
+}
+
+void ClassRowInserter::insertRow()
+{
+    m_insert.step();
+    m_insert.reset();
+    m_next = 1;
+}
+
+Statement orderedClassRows(Database& classDb, const QString& config)
+{
+    Statement rows = classDb.prepare(sql::OrderedClassRowsOfConfig);
+    rows.bind(1, config);
+    return rows;
+}
+
+std::optional<qint64> highestClassNumber(Database& classDb, const QString& config)
+{
+    const QVariant highest = classDb.scalar(sql::HighestClassNum, {config});
+    return highest.isNull() ? std::nullopt : std::optional<qint64>(highest.toLongLong());
+}
+
+std::vector<qint64> classRowIds(Database& classDb, const QString& config, qint64 number)
+{
+    Statement rows = classDb.prepare(sql::ClassRowsByNumber);
+    rows.bindAll({config, number});
+    std::vector<qint64> ids;
+    while (rows.step())
+        ids.push_back(rows.int64(0));
+    return ids;
+}
+
+void copyClassRows(Database& classDb, const QString& source, const QString& newName)
+{
+    QStringList columns = schema::classColumnNames();
+    columns.removeFirst(); // package_name takes the new name
+    const QString list = columns.join(u", ");
+    // SQLite reads the whole source set before it inserts, so rows added here are never copied again.
+    classDb
+        .prepare(QStringLiteral("insert into classdef (package_name, %1) select ?, %1 from classdef "
+                                "where package_name = ? order by rowid")
+                     .arg(list))
+        .run({newName, source});
+}
+
+ClassColumnWriter::ClassColumnWriter(Database& classDb) : m_classDb(classDb) {}
+
+ClassColumnWriter::~ClassColumnWriter() = default;
+
+void ClassColumnWriter::write(qint64 rowId, const std::vector<Change>& changes)
+{
+    QStringList columns;
+    QVariantList values;
+    for (const auto& [column, value] : changes) {
+        columns << column;
+        values << value;
+    }
+    const QString key = columns.join(u',');
+    auto update = m_updates.find(key);
+    if (update == m_updates.end())
+        update = m_updates.emplace(key, m_classDb.prepare(updateSql(columns))).first;
+    values << rowId;
+    update->second.run(values);
+}
+
+} // namespace tarn

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "Statement.h"
+
+#include <QString>
+#include <QVariant>
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace tarn
+{
+
+class Database;
+
+// The rows of classdef, one class each, as the import, the example configuration, the
+// copy and the export store and walk them. Each throws StoreError when the store refuses.
+
+// Stores whole class rows through one prepared statement. The values of a row are given
+// in the order of schema::classColumnNames(), package_name first.
+class ClassRowInserter
+{
+public:
+    explicit ClassRowInserter(Database& classDb);
+
+    ClassRowInserter& operator<<(const QString& text);
+    ClassRowInserter& operator<<(qint64 number);
+    // Stores the row of the values given since the last one.
+    void insertRow();
+
+private:
+    Statement m_insert;
+    int m_next = 1;
+};
+
+// The classes of a configuration in the order the class editor shows them, class_num
+// first, each row led by its rowid.
+Statement orderedClassRows(Database& classDb, const QString& config);
+
+// The highest class number of the configuration; nothing when it has no numbered class.
+std::optional<qint64> highestClassNumber(Database& classDb, const QString& config);
+// The rowids of the configuration's classes of that number.
+std::vector<qint64> classRowIds(Database& classDb, const QString& config, qint64 number);
+
+// Copies every class of the source configuration under the new name, all columns as
+// stored, in the order they were stored.
+void copyClassRows(Database& classDb, const QString& source, const QString& newName);
+
+// Writes some columns of class rows: only those given, each statement prepared once for
+// each set of columns.
+class ClassColumnWriter
+{
+public:
+    using Change = std::pair<QString, QVariant>; // a column and its new value
+
+    explicit ClassColumnWriter(Database& classDb);
+    ClassColumnWriter(const ClassColumnWriter&) = delete;
+    ClassColumnWriter& operator=(const ClassColumnWriter&) = delete;
+    ~ClassColumnWriter();
+
+    void write(qint64 rowId, const std::vector<Change>& changes);
+
+private:
+    Database& m_classDb;
+    std::map<QString, Statement> m_updates; // by the columns they set
+};
+
+} // namespace tarn
