@@ -5,10 +5,13 @@
 //   classfile_bench generate DIR CLASSES   a data directory with CLASSES classes under "Bench"
 //   classfile_bench export DIR FILE        the protected class file of "Bench"
 //   classfile_bench import DIR FILE NAME   FILE as the new configuration NAME
+//   classfile_bench copy DIR NAME          Make Copy of "Bench" as NAME
+//   classfile_bench delete DIR             deletes the configuration "Bench"
 
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
 #include "core/Stores.h"
+#include "store/Configurations.h"
 #include "store/Schema.h"
 #include "store/StoreError.h"
 
@@ -64,7 +67,8 @@ int fail(const QString& message)
 
 bool usageFits(const QStringList& args)
 {
-    const QHash<QString, qsizetype> arguments{{"generate", 3}, {"export", 3}, {"import", 4}};
+    const QHash<QString, qsizetype> arguments{
+        {"generate", 3}, {"export", 3}, {"import", 4}, {"copy", 3}, {"delete", 2}};
     return !args.isEmpty() && arguments.value(args[0]) == args.size();
 }
 
@@ -79,6 +83,14 @@ int run(const QStringList& args)
         const auto error = exportConfigurationToFile(*stores.classDb, *stores.refDb, Config, "0", true, args[2]);
         return error ? fail(*error) : 0;
     }
+    if (args[0] == QLatin1String("copy")) {
+        copyConfiguration(*stores.classDb, Config, args[2]);
+        return 0;
+    }
+    if (args[0] == QLatin1String("delete")) {
+        deleteConfiguration(*stores.classDb, Config);
+        return 0;
+    }
     const ImportResult result = importClassFile(*stores.classDb, args[3], args[2]);
     return result.status == ImportResult::Status::Complete ? 0 : fail(result.message);
 }
@@ -92,7 +104,8 @@ int main(int argc, char** argv)
         args << QString::fromLocal8Bit(argv[i]);
     if (!usageFits(args))
         return fail(
-            QStringLiteral("usage: classfile_bench generate DIR CLASSES | export DIR FILE | import DIR FILE NAME"));
+            QStringLiteral("usage: classfile_bench generate DIR CLASSES | export DIR FILE | import DIR FILE NAME | "
+                           "copy DIR NAME | delete DIR"));
     try {
         return run(args);
     } catch (const StoreError& e) {

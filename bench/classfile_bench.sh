@@ -2,6 +2,8 @@
 # Our class file export and import beside the sqlite3 shell on the same rows, in one run:
 #   export  vs  an ordered ".mode csv" select of the configuration's rows
 #   import  vs  ".import --csv" of those rows into the same STRICT classdef table
+#   export where the slot tracking changes every row  vs  the same update, then the select
+#   Make Copy  vs  the same INSERT ... SELECT;  delete  vs  the same two DELETEs
 # at each size, so that the peak memory shows whether it grows with the file.
 # Prints the median wall time of RUNS runs (each a whole process, ours and the
 # shell's taking turns), the peak RSS and the ratio ours/shell.
@@ -62,4 +64,32 @@ for classes in "${sizes[@]}"; do
     "sqlite3 '$base/tarn_dat.db' '.mode csv' \"$select_rows\" > '$work/out.csv'"
   compare "import $classes classes" "$fresh" "'$bench' import '$work/run' '$work/in$classes.class' Imported" \
     "sqlite3 '$work/run/tarn_dat.db' '.import --csv $work/in$classes.csv classdef'"
+
+  # Every slot holds an id no picker offers, so the tracking rewrites all twelve of every row.
+  stale="$work/stale$classes"
+  cp -r "$base" "$stale"
+  sqlite3 "$stale/tarn_dat.db" "update classdef set $(printf 'w%d = 999, ' {2..10}) g1 = 999, g2 = 999, g3 = 999"
+  cp -r "$stale" "$work/probe"
+  "$bench" export "$work/probe" "$work/probe.class"
+  tracked="$(sqlite3 -separator ', ' "$work/probe/tarn_dat.db" \
+    "select $(for c in w{2..10} g{1..3}; do printf "'%s = ' || %s, " "$c" "$c"; done | sed 's/, $//') from classdef limit 1")"
+  rm -rf "$work/probe"
+  # The shell's script: the same row-by-row updates in one transaction, then the select.
+  {
+    echo "begin;"
+    sqlite3 "$stale/tarn_dat.db" "select 'update classdef set $tracked where rowid = ' || rowid || ';' from classdef \
+      where package_name = 'Bench' order by package_name, class_num"
+    echo "commit;"
+    echo ".mode csv"
+    echo "$select_rows;"
+  } >"$work/tracking$classes.sql"
+  restale="rm -rf '$work/run'; cp -r '$stale' '$work/run'"
+  compare "export $classes classes, tracking every row" "$restale" "'$bench' export '$work/run' '$work/out.class'" \
+    "sqlite3 '$work/run/tarn_dat.db' < '$work/tracking$classes.sql' > '$work/out.csv'"
+
+  columns="$(sqlite3 "$base/tarn_dat.db" "select group_concat(name, ', ') from pragma_table_info('classdef') where name <> 'package_name'")"
+  compare "Make Copy of $classes classes" "$fresh" "'$bench' copy '$work/run' Copy" \
+    "sqlite3 '$work/run/tarn_dat.db' \"begin; insert into package (package_name) values ('Copy'); insert into classdef (package_name, $columns) select 'Copy', $columns from classdef where package_name = 'Bench' order by rowid; commit;\""
+  compare "delete $classes classes" "$fresh" "'$bench' delete '$work/run'" \
+    "sqlite3 '$work/run/tarn_dat.db' \"begin; delete from package where package_name = 'Bench'; delete from classdef where package_name = 'Bench'; commit;\""
 done
