@@ -80,7 +80,8 @@ int run(const QStringList& args)
         return 0;
     }
     if (args[0] == QLatin1String("export")) {
-        const auto error = exportConfigurationToFile(*stores.classDb, *stores.refDb, Config, "0", true, args[2]);
+        const auto error = exportConfigurationToFile({*stores.classDb, *stores.refDb},
+                                                     {.configName = Config, .modId = "0", .target = args[2]});
         return error ? fail(*error) : 0;
     }
     if (args[0] == QLatin1String("copy")) {
@@ -91,7 +92,7 @@ int run(const QStringList& args)
         deleteConfiguration(*stores.classDb, Config);
         return 0;
     }
-    const ImportResult result = importClassFile(*stores.classDb, args[3], args[2]);
+    const ImportResult result = importClassFile(*stores.classDb, {.file = args[2], .newName = args[3]});
     return result.status == ImportResult::Status::Complete ? 0 : fail(result.message);
 }
 

@@ -53,7 +53,8 @@ std::optional<QByteArray> exported(const QString& name, bool protect)
 {
     QBuffer out;
     out.open(QIODevice::WriteOnly);
-    if (exportConfiguration(scratch().classDb, scratch().refDb, name, QStringLiteral("0"), protect, out))
+    if (exportConfiguration({scratch().classDb, scratch().refDb},
+                            {.configName = name, .modId = QStringLiteral("0"), .protectOutput = protect}, out))
         return std::nullopt;
     return out.data();
 }

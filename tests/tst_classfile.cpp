@@ -111,7 +111,8 @@ class TestClassfile : public QObject
 
     std::optional<QString> exportTo(const QString& path, const QString& config, bool protect, const QString& modId)
     {
-        return exportConfigurationToFile(db(), m_data->refDb(), config, modId, protect, path);
+        return exportConfigurationToFile(
+            {db(), m_data->refDb()}, {.configName = config, .modId = modId, .protectOutput = protect, .target = path});
     }
 
     QByteArray exported(const QString& config, bool protect, const QString& modId = QStringLiteral("0"))

@@ -35,8 +35,11 @@ void frmClasses::DoSave()
     if (!ui->dbClassDef->storeChanges())
         return;
     m_dialogs.setBusy(true);
-    const auto error = exportConfigurationToFile(m_state.classDb(), m_state.refDb(), m_state.currentConfig,
-                                                 m_state.modId, m_state.protectOutput, file);
+    const auto error =
+        exportConfigurationToFile({m_state.classDb(), m_state.refDb()}, {.configName = m_state.currentConfig,
+                                                                         .modId = m_state.modId,
+                                                                         .protectOutput = m_state.protectOutput,
+                                                                         .target = file});
     if (!error) {
         ui->dbClassDef->refresh();
         statusBar()->showMessage(exportedStatus(ui->dbClassDef->recordCount(), file));

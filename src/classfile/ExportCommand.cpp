@@ -17,23 +17,17 @@ namespace tarn
 namespace
 {
 
-struct ExportRequest {
-    const QString& configName;
-    const QString& modId;
-    bool protectOutput;
-};
-
 // The rows take the tracked slots only once the output is complete, so that a
 // refused or failed export changes nothing.
-std::optional<QString> exportTo(Database& classDb, Database& refDb, const ExportRequest& request, QIODevice& out,
+std::optional<QString> exportTo(const ExportStores& stores, const ExportRequest& request, QIODevice& out,
                                 const std::function<void()>& completeOutput)
 {
     try {
-        const ReferenceLists lists = loadReferenceLists(refDb);
-        Transaction transaction(classDb);
+        const ReferenceLists lists = loadReferenceLists(stores.refDb);
+        Transaction transaction(stores.classDb);
         ClassFileWriter writer(out, request.protectOutput);
         writer.writeHeader(request.modId, request.configName);
-        ExportWalk(classDb, lists).run(request.configName, writer);
+        ExportWalk(stores.classDb, lists).run(request.configName, writer);
         completeOutput();
         transaction.commit();
         return std::nullopt;
@@ -44,17 +38,16 @@ std::optional<QString> exportTo(Database& classDb, Database& refDb, const Export
 
 } // namespace
 
-std::optional<QString> exportConfiguration(Database& classDb, Database& refDb, const QString& configName,
-                                           const QString& modId, bool protectOutput, QIODevice& out)
+std::optional<QString> exportConfiguration(const ExportStores& stores, const ExportRequest& request, QIODevice& out)
 {
-    return exportTo(classDb, refDb, {configName, modId, protectOutput}, out, [] {});
+    return exportTo(stores, request, out, [] {});
 }
 
-std::optional<QString> exportConfigurationToFile(Database& classDb, Database& refDb, const QString& configName,
-                                                 const QString& modId, bool protectOutput, const QString& path)
+std::optional<QString> exportConfigurationToFile(const ExportStores& stores, const ExportRequest& request)
 {
-    const QDir dataDirectory = QFileInfo(classDb.path()).dir();
-    for (const QString& own : {classDb.path(), refDb.path(), dataDirectory.filePath(SettingsFile)}) {
+    const QString& path = request.target;
+    const QDir dataDirectory = QFileInfo(stores.classDb.path()).dir();
+    for (const QString& own : {stores.classDb.path(), stores.refDb.path(), dataDirectory.filePath(SettingsFile)}) {
         if (isSameFile(path, own))
             return QStringLiteral("Cannot write %1: it is %2, one of the workbench's own files.")
                 .arg(QDir::toNativeSeparators(path), QDir::toNativeSeparators(own));
@@ -62,11 +55,10 @@ std::optional<QString> exportConfigurationToFile(Database& classDb, Database& re
     OutputFile file(path);
     if (!file.open())
         return file.errorText();
-    const std::optional<QString> error =
-        exportTo(classDb, refDb, {configName, modId, protectOutput}, file.device(), [&] {
-            if (!file.commit())
-                throw ClassFileError(file.errorText());
-        });
+    std::optional<QString> error = exportTo(stores, request, file.device(), [&] {
+        if (!file.commit())
+            throw ClassFileError(file.errorText());
+    });
     if (error && file.failed())
         return file.errorText();
     return error;

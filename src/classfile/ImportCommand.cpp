@@ -25,7 +25,7 @@ const QString BadRecordPrefix = QStringLiteral("Bad Class Record: ");
 class ImportRun
 {
 public:
-    ImportRun(Database& db, const QString& newName) : m_db(db), m_name(newName), m_transaction(db), m_rows(db) {}
+    ImportRun(Database& db, QString newName) : m_db(db), m_name(std::move(newName)), m_transaction(db), m_rows(db) {}
 
     ImportResult run(QIODevice& in)
     {
@@ -49,7 +49,7 @@ private:
     {
         if (const auto* bad = std::get_if<BadRecord>(&event))
             return keepRowsRead(BadRecordPrefix + bad->text);
-        const ReadClass& read = std::get<ReadClass>(event);
+        const auto& read = std::get<ReadClass>(event);
         if (!read.problems.isEmpty())
             return fail(read.problems.join(u'\n'));
         insertClassRow(m_rows, read.record, m_name, read.number);
@@ -98,13 +98,13 @@ ImportResult importClassFile(Database& classDb, const QString& newName, QIODevic
     }
 }
 
-ImportResult importClassFile(Database& classDb, const QString& newName, const QString& path)
+ImportResult importClassFile(Database& classDb, const ImportRequest& request)
 {
-    const QString file = QDir::toNativeSeparators(path);
-    QFile in(path);
+    const QString file = QDir::toNativeSeparators(request.file);
+    QFile in(request.file);
     if (!in.open(QIODevice::ReadOnly))
         return {Status::Failed, QStringLiteral("Cannot open %1: %2").arg(file, in.errorString()), 0};
-    ImportResult result = importClassFile(classDb, newName, in);
+    ImportResult result = importClassFile(classDb, request.newName, in);
     if (result.status == Status::Failed)
         result.message = QStringLiteral("Cannot import %1: %2").arg(file, result.message);
     return result;

@@ -25,7 +25,12 @@ struct ImportResult {
 // rows before it are kept with no package row; any other failure leaves the store
 // exactly as it was.
 ImportResult importClassFile(Database& classDb, const QString& newName, QIODevice& in);
-ImportResult importClassFile(Database& classDb, const QString& newName, const QString& path);
+// The same from a file: what to read, and the configuration it becomes.
+struct ImportRequest {
+    QString file;
+    QString newName;
+};
+ImportResult importClassFile(Database& classDb, const ImportRequest& request);
 
 // What an import of a file would meet, each with its line number. The import would
 // complete when problems is empty; warnings name what reads differently elsewhere.

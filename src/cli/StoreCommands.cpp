@@ -165,16 +165,18 @@ int exportCommand(const Invocation& call, Console& console)
         const QString& name = call.arguments[0];
         if (const auto refused = requireConfiguration(state, name, console))
             return *refused;
-        const QString modId = readModId(state.settingsPath());
-        if (call.arguments[1] != StandardStream) {
-            const auto error = exportConfigurationToFile(state.classDb(), state.refDb(), name, modId, !call.unprotected,
-                                                         call.arguments[1]);
+        const ExportStores stores{state.classDb(), state.refDb()};
+        const ExportRequest request{.configName = name,
+                                    .modId = readModId(state.settingsPath()),
+                                    .protectOutput = !call.unprotected,
+                                    .target = call.arguments[1]};
+        if (request.target != StandardStream) {
+            const auto error = exportConfigurationToFile(stores, request);
             return error ? refuse(console, *error) : Success;
         }
         QBuffer file;
         file.open(QIODevice::WriteOnly);
-        if (const auto error =
-                exportConfiguration(state.classDb(), state.refDb(), name, modId, !call.unprotected, file))
+        if (const auto error = exportConfiguration(stores, request, file))
             return refuse(console, *error);
         if (console.out.write(file.data()) != file.data().size() || !writtenOut(console.out))
             return refuse(console, QStringLiteral("cannot write standard output: %1").arg(console.out.errorString()));
@@ -187,9 +189,10 @@ int importCommand(const Invocation& call, Console& console)
     return withStores(call, console, [&](AppState& state) {
         if (call.arguments[1].isEmpty())
             return refuse(console, QStringLiteral("a configuration name cannot be empty"));
-        const ImportResult result = call.arguments[0] == StandardStream
-                                        ? importFromStandardInput(state.classDb(), call.arguments[1], console.in)
-                                        : importClassFile(state.classDb(), call.arguments[1], call.arguments[0]);
+        const ImportResult result =
+            call.arguments[0] == StandardStream
+                ? importFromStandardInput(state.classDb(), call.arguments[1], console.in)
+                : importClassFile(state.classDb(), {.file = call.arguments[0], .newName = call.arguments[1]});
         if (result.status == ImportResult::Status::BadRecord) {
             console.error << result.message << '\n'; // the workbench's own words, as scripts may look for them
             return Refused;

@@ -164,7 +164,7 @@ void frmConfig::btImport_Click()
     if (file.isEmpty())
         return;
     m_dialogs.setBusy(true);
-    const ImportResult result = importClassFile(m_state.classDb(), name, file);
+    const ImportResult result = importClassFile(m_state.classDb(), {.file = file, .newName = name});
     if (result.status == ImportResult::Status::Complete) {
         guarded(m_dialogs, this, [this] { RefreshList(); });
         statusBar()->showMessage(importedStatus(result.classes, file, name));
