@@ -3,7 +3,6 @@
 #include "ClassBindings.h"
 #include "core/AppState.h"
 #include "store/Classes.h"
-#include "store/Recordset.h"
 #include "store/Statements.h"
 #include "store/StoreError.h"
 #include "toolkit/AppIcon.h"
@@ -16,6 +15,7 @@
 #include "toolkit/WindowMemory.h"
 #include "ui_frmClasses.h"
 
+#include <QCloseEvent>
 #include <QStatusBar>
 
 namespace tarn
@@ -157,9 +157,9 @@ void frmClasses::addClass()
     const int number = maximum + 1;
     if (data.recordCount() != 0 && !data.moveLast())
         return;
-    data.recordset()->addNew({{QStringLiteral("package_name"), m_state.currentConfig},
-                              {QStringLiteral("class_num"), number},
-                              {QStringLiteral("class_name"), defaultClassName(number)}});
+    data.addRow({{QStringLiteral("package_name"), m_state.currentConfig},
+                 {QStringLiteral("class_num"), number},
+                 {QStringLiteral("class_name"), defaultClassName(number)}});
     data.moveLast();
 }
 
@@ -200,7 +200,7 @@ void frmClasses::goToClass()
     std::optional<int> position;
     if (ok) {
         for (const qint64 rowId : classRowIds(m_state.classDb(), m_state.currentConfig, number)) {
-            const std::optional<int> found = data.recordset()->positionOf(rowId);
+            const std::optional<int> found = data.positionOf(rowId);
             if (found && (!position || *found < *position))
                 position = found;
         }

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QShortcut>
 #include <QToolButton>
+#include <array>
 
 namespace tarn
 {
@@ -23,6 +24,25 @@ struct DataControl::Binding {
     Type type;
     bool changed = false;
     bool enabled = true;
+
+    // Runs the function that fits the kind of control, given the control as what it is.
+    template <typename OnText, typename OnCheck, typename OnLabel>
+    void dispatch(OnText onText, OnCheck onCheck, OnLabel onLabel) const
+    {
+        if (!control)
+            return;
+        switch (type) {
+        case Type::Text:
+            onText(static_cast<QLineEdit*>(control.data()));
+            break;
+        case Type::Check:
+            onCheck(static_cast<QCheckBox*>(control.data()));
+            break;
+        case Type::Label:
+            onLabel(static_cast<QLabel*>(control.data()));
+            break;
+        }
+    }
 };
 
 namespace
@@ -48,12 +68,12 @@ DataControl::DataControl(QWidget* parent) : QWidget(parent), m_caption(new QLabe
         QKeySequence key;
         Move move;
     };
-    const Button buttons[] = {
-        {QStringLiteral("|◀"), QStringLiteral("First record"), QKeySequence(Qt::CTRL | Qt::Key_Home), Move::First},
-        {QStringLiteral("◀"), QStringLiteral("Previous record"), QKeySequence(Qt::CTRL | Qt::Key_PageUp),
-         Move::Previous},
-        {QStringLiteral("▶"), QStringLiteral("Next record"), QKeySequence(Qt::CTRL | Qt::Key_PageDown), Move::Next},
-        {QStringLiteral("▶|"), QStringLiteral("Last record"), QKeySequence(Qt::CTRL | Qt::Key_End), Move::Last}};
+    const std::array<Button, 4> buttons{
+        {{QStringLiteral("|◀"), QStringLiteral("First record"), QKeySequence(Qt::CTRL | Qt::Key_Home), Move::First},
+         {QStringLiteral("◀"), QStringLiteral("Previous record"), QKeySequence(Qt::CTRL | Qt::Key_PageUp),
+          Move::Previous},
+         {QStringLiteral("▶"), QStringLiteral("Next record"), QKeySequence(Qt::CTRL | Qt::Key_PageDown), Move::Next},
+         {QStringLiteral("▶|"), QStringLiteral("Last record"), QKeySequence(Qt::CTRL | Qt::Key_End), Move::Last}}};
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -122,9 +142,22 @@ QStringList DataControl::boundColumns() const
 
 void DataControl::open(Database& db, const RecordSource& source, const QVariantList& params)
 {
+    // Without them a refused edit would go unsaid: a window that forgets them fails at once.
+    if (!m_dialogs)
+        qFatal("DataControl %s was opened before its window gave it Dialogs", qPrintable(objectName()));
     m_recordset = std::make_unique<Recordset>(db, source, params);
     m_pendingNew = false;
     showCurrentRow();
+}
+
+void DataControl::addRow(const QVariantMap& values)
+{
+    m_recordset->addNew(values);
+}
+
+std::optional<int> DataControl::positionOf(qint64 rowId) const
+{
+    return m_recordset ? m_recordset->positionOf(rowId) : std::nullopt;
 }
 
 void DataControl::refresh()
@@ -252,22 +285,25 @@ std::optional<QVariantMap> DataControl::collectChanges()
     QVariantMap changes;
     const bool canWrite = m_pendingNew || hasCurrent();
     for (const auto& binding : m_bindings) {
-        if (!binding->changed || !binding->control)
+        if (!binding->changed)
             continue;
-        if (binding->type == Binding::Type::Check) {
-            changes.insert(binding->column, static_cast<QCheckBox*>(binding->control.data())->isChecked() ? 1 : 0);
-            continue;
-        }
-        const QString text = static_cast<QLineEdit*>(binding->control.data())->text();
-        const ColumnKind kind = schema::kindOf(m_recordset->table(), binding->column);
-        const std::optional<QVariant> value = columnValueFromText(kind, text);
-        if (!value) {
-            refuse(
-                QStringLiteral("%1 cannot be \"%2\": it must be %3.").arg(binding->fieldName, text, describeKind(kind)),
-                binding->control);
+        bool refused = false;
+        binding->dispatch(
+            [&](const QLineEdit* box) {
+                const ColumnKind kind = schema::kindOf(m_recordset->table(), binding->column);
+                if (const std::optional<QVariant> value = columnValueFromText(kind, box->text())) {
+                    changes.insert(binding->column, *value);
+                    return;
+                }
+                refuse(QStringLiteral("%1 cannot be \"%2\": it must be %3.")
+                           .arg(binding->fieldName, box->text(), describeKind(kind)),
+                       binding->control);
+                refused = true;
+            },
+            [&](const QCheckBox* box) { changes.insert(binding->column, box->isChecked() ? 1 : 0); },
+            [](const QLabel*) {}); // a label shows its column and never writes it
+        if (refused)
             return std::nullopt;
-        }
-        changes.insert(binding->column, *value);
     }
     if (!canWrite)
         changes.clear(); // nothing to write to: the controls are locked while no row is shown
@@ -299,8 +335,7 @@ void DataControl::clearChanges()
 
 void DataControl::refuse(const QString& text, QWidget* focus)
 {
-    if (m_dialogs)
-        m_dialogs->message(window(), text);
+    m_dialogs->message(window(), text);
     if (auto* box = qobject_cast<QLineEdit*>(focus)) {
         box->setFocus();
         box->selectAll();
@@ -327,12 +362,9 @@ void DataControl::showCurrentRow()
     m_loading = true;
     for (const auto& binding : m_bindings) {
         const QVariant value = row.value(binding->column.toLower());
-        if (auto* box = qobject_cast<QLineEdit*>(binding->control.data()))
-            box->setText(textFromColumnValue(value));
-        else if (auto* check = qobject_cast<QCheckBox*>(binding->control.data()))
-            check->setChecked(!value.isNull() && value.toLongLong() == 1);
-        else if (auto* label = qobject_cast<QLabel*>(binding->control.data()))
-            label->setText(textFromColumnValue(value));
+        binding->dispatch([&](QLineEdit* box) { box->setText(textFromColumnValue(value)); },
+                          [&](QCheckBox* box) { box->setChecked(!value.isNull() && value.toLongLong() == 1); },
+                          [&](QLabel* label) { label->setText(textFromColumnValue(value)); });
     }
     m_loading = false;
     clearChanges();
@@ -344,12 +376,11 @@ void DataControl::showBlank()
 {
     m_loading = true;
     for (const auto& binding : m_bindings) {
-        if (auto* box = qobject_cast<QLineEdit*>(binding->control.data()))
-            box->clear();
-        else if (auto* check = qobject_cast<QCheckBox*>(binding->control.data()))
-            check->setChecked(false);
-        else if (auto* label = qobject_cast<QLabel*>(binding->control.data()); label && !m_pendingNew)
-            label->clear();
+        binding->dispatch([](QLineEdit* box) { box->clear(); }, [](QCheckBox* box) { box->setChecked(false); },
+                          [this](QLabel* label) {
+                              if (!m_pendingNew) // a new row keeps the label of the rows it joins
+                                  label->clear();
+                          });
     }
     m_loading = false;
     clearChanges();

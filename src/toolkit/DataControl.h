@@ -35,6 +35,7 @@ public:
 
     void setCaption(const QString& caption);
     QString caption() const;
+    // Where refusals are told; a control opened without them stops the program.
     void setDialogs(Dialogs& dialogs) { m_dialogs = &dialogs; }
 
     // Binds a control to a column; the field name is what messages call it.
@@ -49,7 +50,10 @@ public:
     void open(Database& db, const RecordSource& source, const QVariantList& params = {});
     // Runs the record source afresh; the first row becomes current.
     void refresh();
-    Recordset* recordset() { return m_recordset.get(); }
+    // Stores a new row at the end of the set, as its values say; the row on show stays.
+    void addRow(const QVariantMap& values);
+    // The position in the set of a row of the table, by its rowid.
+    std::optional<int> positionOf(qint64 rowId) const;
     int recordCount() const { return m_recordset ? m_recordset->recordCount() : 0; }
     bool hasCurrent() const { return m_recordset && m_recordset->hasCurrent(); }
     // The place of the row on show in the set, from 0; -1 when none is.
