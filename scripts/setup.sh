@@ -7,7 +7,7 @@ packages=(
   cmake ninja-build g++ pkg-config ccache
   qt6-base-dev qt6-base-dev-tools libgl-dev
   libsqlite3-dev sqlite3
-  clang libclang-rt-14-dev
+  clang clang-tidy libclang-rt-14-dev
   xvfb xauth
   librsvg2-bin
   desktop-file-utils appstream man-db bash-completion

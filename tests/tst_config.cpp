@@ -118,7 +118,7 @@ private slots:
                     names << view->model()->index(row, 0, view->rootIndex()).data().toString();
                 return names;
             };
-            QTest::qWaitFor([&] { return names().size() == 3; }, 5000);
+            (void)QTest::qWaitFor([&] { return names().size() == 3; }, 5000); // what it listed is compared below
             listed = names();
             dialog->reject();
         });

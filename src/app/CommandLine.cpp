@@ -62,7 +62,7 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& versio
     return {parser.value(dataDir), std::nullopt, {}};
 }
 
-CommandLine parseCommandLine(int argc, char* argv[])
+CommandLine parseCommandLine(int argc, char** argv)
 {
     QStringList arguments;
     for (int i = 0; i < argc; ++i)

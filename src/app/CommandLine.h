@@ -18,6 +18,6 @@ struct CommandLine {
 // Takes --data-dir DIR, --help and --version, and lets Qt's own options (-platform,
 // -style and the like) through to QApplication. Anything else is a usage error.
 CommandLine parseCommandLine(const QStringList& arguments, const QString& version);
-CommandLine parseCommandLine(int argc, char* argv[]);
+CommandLine parseCommandLine(int argc, char** argv);
 
 } // namespace tarn::app

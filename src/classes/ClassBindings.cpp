@@ -62,7 +62,7 @@ const std::vector<ClassBinding>& classBindings()
 void bindClassControls(QWidget& window, DataControl& data)
 {
     for (const ClassBinding& binding : classBindings()) {
-        QWidget* control = window.findChild<QWidget*>(binding.control);
+        auto* control = window.findChild<QWidget*>(binding.control);
         if (auto* box = qobject_cast<QLineEdit*>(control))
             data.bindText(box, binding.column, binding.fieldName);
         else if (auto* check = qobject_cast<QCheckBox*>(control))

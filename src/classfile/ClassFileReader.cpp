@@ -13,14 +13,14 @@ namespace
 
 constexpr int HeaderLines = 2;
 
-constexpr const char* weaponNames[] = {"weapon 1", "weapon 2", "weapon 3", "weapon 4", "weapon 5",
-                                       "weapon 6", "weapon 7", "weapon 8", "weapon 9", "weapon 10"};
-constexpr const char* grenadeNames[] = {"grenade 1", "grenade 2", "grenade 3"};
-constexpr const char* ammoNames[] = {"bullets limit",  "shells limit", "rockets limit",
-                                     "grenades limit", "cells limit",  "slugs limit"};
+constexpr std::array<const char*, 10> weaponNames{"weapon 1", "weapon 2", "weapon 3", "weapon 4", "weapon 5",
+                                                  "weapon 6", "weapon 7", "weapon 8", "weapon 9", "weapon 10"};
+constexpr std::array<const char*, 3> grenadeNames{"grenade 1", "grenade 2", "grenade 3"};
+constexpr std::array<const char*, 6> ammoNames{"bullets limit",  "shells limit", "rockets limit",
+                                               "grenades limit", "cells limit",  "slugs limit"};
 
 template <std::size_t N>
-void readIntegers(RecordFields& fields, std::array<qint16, N>& values, const char* const* names)
+void readIntegers(RecordFields& fields, std::array<qint16, N>& values, const std::array<const char*, N>& names)
 {
     for (std::size_t k = 0; k < N; ++k)
         values[k] = fields.integer(int(k + 1), names[k]);

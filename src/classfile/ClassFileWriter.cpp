@@ -109,9 +109,9 @@ public:
 private:
     void appendNumber(qint64 value)
     {
-        char digits[24];
-        const auto end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
-        m_block.append(digits, end - digits);
+        std::array<char, 24> digits{};
+        const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+        m_block.append(digits.data(), end - digits.data());
     }
 
     QByteArray& m_block;

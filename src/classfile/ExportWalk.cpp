@@ -53,7 +53,8 @@ Columns locate(const Statement& rows)
     locateSeries(c.grenades, at, "g", 1);
     locateSeries(c.items, at, "i", 1);
     locateSeries(c.specials, at, "s", 1);
-    const char* ammo[] = {"maxbullets", "maxshells", "maxrockets", "maxgrenades", "maxcells", "maxslugs"};
+    const std::array<const char*, AmmoLimits> ammo{"maxbullets",  "maxshells", "maxrockets",
+                                                   "maxgrenades", "maxcells",  "maxslugs"};
     for (std::size_t k = 0; k < AmmoLimits; ++k)
         c.ammo[k] = at.value(QLatin1String(ammo[k]));
     return c;

@@ -10,7 +10,7 @@ namespace tarn
 namespace
 {
 
-constexpr qsizetype ChunkSize = 64 * 1024;
+constexpr qsizetype ChunkSize = qsizetype(64) * 1024;
 
 constexpr char LineEnd = '\r';
 

@@ -9,6 +9,7 @@
 #include "toolkit/WindowKeys.h"
 #include "toolkit/WindowMemory.h"
 
+#include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>

@@ -32,7 +32,7 @@ Database::~Database()
 
 Statement Database::prepare(const QString& sql)
 {
-    return Statement(m_db, sql);
+    return {m_db, sql};
 }
 
 void Database::exec(const QString& sql)

@@ -32,8 +32,8 @@ QStringList columnNames(Statement& statement)
 
 } // namespace
 
-Recordset::Recordset(Database& db, const RecordSource& source, const QVariantList& params)
-    : m_db(db), m_table(source.table), m_idSql(idSql(source)), m_params(params),
+Recordset::Recordset(Database& db, const RecordSource& source, QVariantList params)
+    : m_db(db), m_table(source.table), m_idSql(idSql(source)), m_params(std::move(params)),
       m_readRow(db.prepare(QStringLiteral("select * from %1 where rowid = ?").arg(source.table))),
       m_columns(columnNames(m_readRow))
 {

@@ -22,7 +22,7 @@ class Recordset
 {
 public:
     // The parameters are bound to the "?" of the source's filter, in turn.
-    Recordset(Database& db, const RecordSource& source, const QVariantList& params = {});
+    Recordset(Database& db, const RecordSource& source, QVariantList params = {});
 
     const QString& table() const { return m_table; }
     const QStringList& columns() const { return m_columns; }

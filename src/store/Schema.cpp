@@ -16,9 +16,9 @@ namespace
 
 using K = ColumnKind;
 
-constexpr ColumnDef packageColumns[] = {{"package_name", K::Text}};
+constexpr auto packageColumns = std::to_array<ColumnDef>({{"package_name", K::Text}});
 
-constexpr ColumnDef classdefColumns[] = {
+constexpr auto classdefColumns = std::to_array<ColumnDef>({
     {"package_name", K::Text},
     {"class_name", K::Text},
     {"class_num", K::Integer},
@@ -78,15 +78,23 @@ constexpr ColumnDef classdefColumns[] = {
     {"maxgrenades", K::Integer},
     {"maxcells", K::Integer},
     {"maxslugs", K::Integer},
-};
+});
 static_assert(std::size(classdefColumns) == 59);
 
-constexpr ColumnDef weaponColumns[] = {
-    {"w_id", K::Integer}, {"w_name", K::Text}, {"w_damage", K::Open}, {"w_speed", K::Open}, {"kd_enabled", K::Integer}};
-constexpr ColumnDef grenadeColumns[] = {
-    {"g_id", K::Integer}, {"g_name", K::Text}, {"g_damage", K::Open}, {"g_speed", K::Open}, {"kd_enabled", K::Integer}};
-constexpr ColumnDef itemColumns[] = {{"i_id", K::Long}, {"i_name", K::Text}, {"kd_enabled", K::Integer}};
-constexpr ColumnDef specialColumns[] = {{"s_id", K::Long}, {"s_name", K::Text}, {"kd_enabled", K::Integer}};
+constexpr auto weaponColumns = std::to_array<ColumnDef>({{"w_id", K::Integer},
+                                                         {"w_name", K::Text},
+                                                         {"w_damage", K::Open},
+                                                         {"w_speed", K::Open},
+                                                         {"kd_enabled", K::Integer}});
+constexpr auto grenadeColumns = std::to_array<ColumnDef>({{"g_id", K::Integer},
+                                                          {"g_name", K::Text},
+                                                          {"g_damage", K::Open},
+                                                          {"g_speed", K::Open},
+                                                          {"kd_enabled", K::Integer}});
+constexpr auto itemColumns =
+    std::to_array<ColumnDef>({{"i_id", K::Long}, {"i_name", K::Text}, {"kd_enabled", K::Integer}});
+constexpr auto specialColumns =
+    std::to_array<ColumnDef>({{"s_id", K::Long}, {"s_name", K::Text}, {"kd_enabled", K::Integer}});
 
 const TableDef packageTable{"package", packageColumns};
 const TableDef classdefTable{"classdef", classdefColumns};

@@ -126,11 +126,11 @@ QVariant Statement::value(int index) const
     case SQLITE_NULL:
         return {};
     case SQLITE_INTEGER:
-        return QVariant(qlonglong(sqlite3_column_int64(m_stmt, index)));
+        return {qlonglong(sqlite3_column_int64(m_stmt, index))};
     case SQLITE_FLOAT:
-        return QVariant(sqlite3_column_double(m_stmt, index));
+        return {sqlite3_column_double(m_stmt, index)};
     default:
-        return QVariant(text(index));
+        return {text(index)};
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "ModalWindow.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -58,7 +59,7 @@ bool QtDialogs::confirm(QWidget* parent, const QString& text, const QString& tit
 
 QString QtDialogs::openFileName(QWidget* parent, const QString& filter)
 {
-    const QString file =
+    QString file =
         QFileDialog::getOpenFileName(parent, QStringLiteral("Open Class File"), m_memory.lastFolder(ImportDialog),
                                      qtFileFilter(filter), nullptr, FileDialogOptions);
     m_memory.rememberFolderOf(ImportDialog, file);
@@ -68,9 +69,9 @@ QString QtDialogs::openFileName(QWidget* parent, const QString& filter)
 QString QtDialogs::saveFileName(QWidget* parent, const QString& filter)
 {
     // The name is taken as typed: no extension is added, and an existing file is replaced.
-    const QString file = QFileDialog::getSaveFileName(parent, QStringLiteral("Save Class File"),
-                                                      m_memory.lastFolder(ExportDialog), qtFileFilter(filter), nullptr,
-                                                      FileDialogOptions | QFileDialog::DontConfirmOverwrite);
+    QString file = QFileDialog::getSaveFileName(parent, QStringLiteral("Save Class File"),
+                                                m_memory.lastFolder(ExportDialog), qtFileFilter(filter), nullptr,
+                                                FileDialogOptions | QFileDialog::DontConfirmOverwrite);
     m_memory.rememberFolderOf(ExportDialog, file);
     return file;
 }
