@@ -16,14 +16,6 @@ namespace
 
 constexpr unsigned char FirstCodeWithoutProtectedForm = 128;
 
-std::optional<char> firstWithoutProtectedForm(const QByteArray& bytes)
-{
-    const auto found = std::find_if(bytes.begin(), bytes.end(), [](char c) {
-        return static_cast<unsigned char>(c) >= FirstCodeWithoutProtectedForm;
-    });
-    return found == bytes.end() ? std::nullopt : std::optional(*found);
-}
-
 // Names the holder of a text for the message that refuses it; only put into words
 // when a text is refused.
 struct TextOwner {
@@ -38,23 +30,35 @@ struct TextOwner {
     }
 };
 
-QByteArray encode(const QString& text, bool protect, const TextOwner& owner)
+// Appends the bytes of a text, refusing one that the form cannot carry or that holds a
+// carriage return, which would end its line.
+void appendText(QByteArray& block, const QString& text, bool protect, const TextOwner& owner)
 {
-    const Cp1252Encoding encoded = encodeCp1252(text);
-    QString refused = encoded.refused;
+    const qsizetype start = block.size();
+    QString refused = appendCp1252(block, text);
+    const auto appended = QByteArrayView(block).sliced(start);
     if (refused.isEmpty() && protect) {
-        if (const std::optional<char> byte = firstWithoutProtectedForm(encoded.bytes))
-            refused = decodeCp1252(QByteArray(1, *byte));
+        const auto found = std::find_if(appended.begin(), appended.end(), [](char c) {
+            return static_cast<unsigned char>(c) >= FirstCodeWithoutProtectedForm;
+        });
+        if (found != appended.end())
+            refused = decodeCp1252(QByteArray(1, *found));
     }
-    if (refused.isEmpty() && encoded.bytes.contains('\r'))
+    if (refused.isEmpty() && appended.contains('\r'))
         throw ClassFileError(QStringLiteral("%1 holds a carriage return, which would end its line in a class file.")
                                  .arg(owner.describe()));
     if (refused.isEmpty())
-        return encoded.bytes;
+        return;
     const QString file = protect ? QStringLiteral("a protected class file") : QStringLiteral("a class file");
     throw ClassFileError(
         QStringLiteral("%1 \"%2\" holds \"%3\", which %4 cannot carry.").arg(owner.describe(), text, refused, file));
 }
+
+// A text of the line, with the holder to name if it is refused.
+struct Text {
+    const QString& value;
+    TextOwner owner;
+};
 
 struct LineEnd {
 };
@@ -63,11 +67,11 @@ struct LineEnd {
 class Lines
 {
 public:
-    explicit Lines(QByteArray& block) : m_block(block) {}
+    Lines(QByteArray& block, bool protect) : m_block(block), m_protect(protect) {}
 
-    Lines& operator<<(const QByteArray& text)
+    Lines& operator<<(const Text& text)
     {
-        m_block += text;
+        appendText(m_block, text.value, m_protect, text.owner);
         return *this;
     }
     Lines& operator<<(const char* text)
@@ -115,27 +119,30 @@ private:
     }
 
     QByteArray& m_block;
+    bool m_protect;
 };
 
 } // namespace
 
-ClassFileWriter::ClassFileWriter(QIODevice& out, bool protectOutput) : m_out(out), m_protect(protectOutput) {}
+// A class takes a few hundred bytes; the block grows past that only for long texts.
+ClassFileWriter::ClassFileWriter(QIODevice& out, bool protectOutput) : m_out(out), m_protect(protectOutput)
+{
+    m_block.reserve(1024);
+}
 
 void ClassFileWriter::writeHeader(const QString& modId, const QString& configName)
 {
     m_block.truncate(0);
-    Lines(m_block) << "V3 " << encode(modId, m_protect, {nullptr, "Mod ID"}) << LineEnd()
-                   << encode(configName, m_protect, {nullptr, "configuration name"}) << LineEnd();
+    Lines(m_block, m_protect) << "V3 " << Text{modId, {nullptr, "Mod ID"}} << LineEnd()
+                              << Text{configName, {nullptr, "configuration name"}} << LineEnd();
     write();
 }
 
 void ClassFileWriter::writeClass(const ExportedClass& cls)
 {
-    const auto text = [&](const QString& value, const char* what) {
-        return encode(value, m_protect, {&cls.name, what});
-    };
+    const auto text = [&](const QString& value, const char* what) { return Text{value, {&cls.name, what}}; };
     m_block.truncate(0);
-    Lines lines(m_block);
+    Lines lines(m_block, m_protect);
     lines << LineEnd() << '[' << text(cls.name, "class name") << ']' << LineEnd();
     lines << text(cls.model, "model name") << ' ' << text(cls.redSkin, "red skin") << ' '
           << text(cls.blueSkin, "blue skin") << ' ' << cls.decoySkin << LineEnd();
@@ -149,12 +156,13 @@ void ClassFileWriter::writeClass(const ExportedClass& cls)
 }
 
 // Protection goes byte by byte and leaves the line ends, which lie below its
-// threshold, as they are; so a block of whole lines goes through it at once, and the
-// empty line that opens a class stays empty.
+// threshold, as they are; so a block of whole lines goes through it at once, in place,
+// and the empty line that opens a class stays empty.
 void ClassFileWriter::write()
 {
-    const QByteArray bytes = protectLine(m_block, m_protect);
-    if (m_out.write(bytes) != bytes.size())
+    if (m_protect)
+        protectInPlace(m_block);
+    if (m_out.write(m_block) != m_block.size())
         throw ClassFileError(QStringLiteral("Cannot write the class file: %1").arg(m_out.errorString()));
 }
 

@@ -58,16 +58,24 @@ QString decodeCp1252(const QByteArray& bytes)
 Cp1252Encoding encodeCp1252(QStringView text)
 {
     Cp1252Encoding result;
-    result.bytes.reserve(text.size());
+    result.refused = appendCp1252(result.bytes, text);
+    return result;
+}
+
+QString appendCp1252(QByteArray& out, QStringView text)
+{
+    const qsizetype start = out.size();
+    out.resize(start + text.size());
+    char* bytes = out.data() + start;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const std::optional<unsigned char> byte = byteOf(text[i].unicode());
         if (!byte) {
-            result.refused = characterAt(text, i);
-            break;
+            out.truncate(start + i);
+            return characterAt(text, i);
         }
-        result.bytes.append(char(*byte));
+        bytes[i] = char(*byte);
     }
-    return result;
+    return {};
 }
 
 } // namespace tarn

@@ -20,5 +20,8 @@ struct Cp1252Encoding {
 };
 
 Cp1252Encoding encodeCp1252(QStringView text);
+// Appends the bytes of the text to out, up to the first character that has none, which
+// it returns; an empty result when the whole text was appended.
+QString appendCp1252(QByteArray& out, QStringView text);
 
 } // namespace tarn

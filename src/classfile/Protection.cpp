@@ -16,17 +16,21 @@ constexpr char Blank = ' ';
 
 QByteArray protectLine(const QByteArray& line, bool protectOutput)
 {
-    if (!protectOutput)
-        return line;
     QByteArray result = line;
-    for (char& c : result) {
+    if (protectOutput)
+        protectInPlace(result);
+    return result;
+}
+
+void protectInPlace(QByteArray& bytes)
+{
+    for (char& c : bytes) {
         const auto code = static_cast<unsigned char>(c);
         // Codes of 128 and above have no protected form; the export refuses them before
         // they get here, and shifting them round would turn some into line breaks.
         if (code > HighestPlainWhenProtecting && code < Shift)
             c = char(code + Shift);
     }
-    return result;
 }
 
 QByteArray unprotectLine(const QByteArray& line)

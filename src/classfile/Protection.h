@@ -13,6 +13,8 @@ using Tokens = std::array<QByteArray, 31>;
 // The protected form of a line when protectOutput is set, else the line as it is.
 // A line keeps its length; the thresholds are on the byte codes of the line.
 QByteArray protectLine(const QByteArray& line, bool protectOutput);
+// The protected form, made in the bytes themselves.
+void protectInPlace(QByteArray& bytes);
 // Works on lines of either form, so one reading path serves both.
 QByteArray unprotectLine(const QByteArray& line);
 // Unprotects the line and cuts it at blanks (code 32 only); a run of blanks is one
