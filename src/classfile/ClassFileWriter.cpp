@@ -7,6 +7,7 @@
 #include <QIODevice>
 #include <algorithm>
 #include <charconv>
+#include <string_view>
 
 namespace tarn
 {
@@ -30,25 +31,25 @@ struct TextOwner {
     }
 };
 
-// Appends the bytes of a text, refusing one that the form cannot carry or that holds a
-// carriage return, which would end its line.
-void appendText(QByteArray& block, const QString& text, bool protect, const TextOwner& owner)
+// Writes the bytes of a text at out, refusing one that the form cannot carry or that
+// holds a carriage return, which would end its line. Returns the end of what it wrote.
+char* writeText(char* out, const QString& text, bool protect, const TextOwner& owner)
 {
-    const qsizetype start = block.size();
-    QString refused = appendCp1252(block, text);
-    const auto appended = QByteArrayView(block).sliced(start);
+    Cp1252Written written = writeCp1252(out, text);
+    const std::string_view bytes(out, std::size_t(written.bytes));
+    QString& refused = written.refused;
     if (refused.isEmpty() && protect) {
-        const auto found = std::find_if(appended.begin(), appended.end(), [](char c) {
+        const auto found = std::find_if(bytes.begin(), bytes.end(), [](char c) {
             return static_cast<unsigned char>(c) >= FirstCodeWithoutProtectedForm;
         });
-        if (found != appended.end())
+        if (found != bytes.end())
             refused = decodeCp1252(QByteArray(1, *found));
     }
-    if (refused.isEmpty() && appended.contains('\r'))
+    if (refused.isEmpty() && bytes.find('\r') != std::string_view::npos)
         throw ClassFileError(QStringLiteral("%1 holds a carriage return, which would end its line in a class file.")
                                  .arg(owner.describe()));
     if (refused.isEmpty())
-        return;
+        return out + written.bytes;
     const QString file = protect ? QStringLiteral("a protected class file") : QStringLiteral("a class file");
     throw ClassFileError(
         QStringLiteral("%1 \"%2\" holds \"%3\", which %4 cannot carry.").arg(owner.describe(), text, refused, file));
@@ -63,37 +64,44 @@ struct Text {
 struct LineEnd {
 };
 
-// Appends the fields of lines to a block of bytes.
+// Writes the fields of lines into a block made large enough for them beforehand, and
+// cuts the block to what was written when it is done.
 class Lines
 {
 public:
-    Lines(QByteArray& block, bool protect) : m_block(block), m_protect(protect) {}
+    // A number takes at most 20 characters; 24 numbers, blanks and line ends fit in this.
+    static constexpr qsizetype RoomBesideTexts = 1024;
+
+    Lines(QByteArray& block, qsizetype room, bool protect) : m_block(block), m_protect(protect)
+    {
+        block.resize(room);
+        m_at = block.data();
+    }
+    Lines(const Lines&) = delete;
+    Lines& operator=(const Lines&) = delete;
+    ~Lines() { m_block.truncate(m_at - m_block.constData()); }
 
     Lines& operator<<(const Text& text)
     {
-        appendText(m_block, text.value, m_protect, text.owner);
+        m_at = writeText(m_at, text.value, m_protect, text.owner);
         return *this;
     }
-    Lines& operator<<(const char* text)
+    Lines& operator<<(std::string_view text)
     {
-        m_block += text;
+        m_at = std::copy(text.begin(), text.end(), m_at);
         return *this;
     }
     Lines& operator<<(char c)
     {
-        m_block += c;
+        *m_at++ = c;
         return *this;
     }
-    Lines& operator<<(LineEnd)
-    {
-        m_block += "\r\n";
-        return *this;
-    }
+    Lines& operator<<(LineEnd) { return *this << std::string_view("\r\n"); }
     // A missing value is written as empty text.
     Lines& operator<<(const ShownNumber& value)
     {
         if (value)
-            appendNumber(*value);
+            writeNumber(*value);
         return *this;
     }
     template <std::size_t N> Lines& operator<<(const std::array<ShownNumber, N>& values)
@@ -105,53 +113,50 @@ public:
     // The two sums stand behind a sign place: a blank for zero and above, a minus below.
     Lines& signBlank(qint32 sum)
     {
-        m_block += sum < 0 ? '-' : ' ';
-        appendNumber(sum < 0 ? -qint64(sum) : qint64(sum));
+        *this << (sum < 0 ? '-' : ' ');
+        writeNumber(sum < 0 ? -qint64(sum) : qint64(sum));
         return *this;
     }
 
 private:
-    void appendNumber(qint64 value)
-    {
-        std::array<char, 24> digits{};
-        const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-        m_block.append(digits.data(), end - digits.data());
-    }
+    void writeNumber(qint64 value) { m_at = std::to_chars(m_at, m_at + MaxDigits, value).ptr; }
 
+    static constexpr int MaxDigits = 20;
     QByteArray& m_block;
     bool m_protect;
+    char* m_at = nullptr;
 };
 
 } // namespace
 
-// A class takes a few hundred bytes; the block grows past that only for long texts.
-ClassFileWriter::ClassFileWriter(QIODevice& out, bool protectOutput) : m_out(out), m_protect(protectOutput)
-{
-    m_block.reserve(1024);
-}
+ClassFileWriter::ClassFileWriter(QIODevice& out, bool protectOutput) : m_out(out), m_protect(protectOutput) {}
 
 void ClassFileWriter::writeHeader(const QString& modId, const QString& configName)
 {
-    m_block.truncate(0);
-    Lines(m_block, m_protect) << "V3 " << Text{modId, {nullptr, "Mod ID"}} << LineEnd()
-                              << Text{configName, {nullptr, "configuration name"}} << LineEnd();
+    {
+        Lines lines(m_block, Lines::RoomBesideTexts + modId.size() + configName.size(), m_protect);
+        lines << "V3 " << Text{modId, {nullptr, "Mod ID"}} << LineEnd()
+              << Text{configName, {nullptr, "configuration name"}} << LineEnd();
+    }
     write();
 }
 
 void ClassFileWriter::writeClass(const ExportedClass& cls)
 {
     const auto text = [&](const QString& value, const char* what) { return Text{value, {&cls.name, what}}; };
-    m_block.truncate(0);
-    Lines lines(m_block, m_protect);
-    lines << LineEnd() << '[' << text(cls.name, "class name") << ']' << LineEnd();
-    lines << text(cls.model, "model name") << ' ' << text(cls.redSkin, "red skin") << ' '
-          << text(cls.blueSkin, "blue skin") << ' ' << cls.decoySkin << LineEnd();
-    lines << "1 " << cls.weapons << LineEnd();
-    lines << cls.grenades << LineEnd();
-    lines << cls.armor << ' ' << cls.speed << ' ' << cls.health << ' ';
-    lines.signBlank(cls.abilitySum) << ' ';
-    lines.signBlank(cls.itemSum) << LineEnd();
-    lines << cls.ammo << LineEnd();
+    {
+        const qsizetype texts = cls.name.size() + cls.model.size() + cls.redSkin.size() + cls.blueSkin.size();
+        Lines lines(m_block, Lines::RoomBesideTexts + texts, m_protect);
+        lines << LineEnd() << '[' << text(cls.name, "class name") << ']' << LineEnd();
+        lines << text(cls.model, "model name") << ' ' << text(cls.redSkin, "red skin") << ' '
+              << text(cls.blueSkin, "blue skin") << ' ' << cls.decoySkin << LineEnd();
+        lines << "1 " << cls.weapons << LineEnd();
+        lines << cls.grenades << LineEnd();
+        lines << cls.armor << ' ' << cls.speed << ' ' << cls.health << ' ';
+        lines.signBlank(cls.abilitySum) << ' ';
+        lines.signBlank(cls.itemSum) << LineEnd();
+        lines << cls.ammo << LineEnd();
+    }
     write();
 }
 

@@ -58,24 +58,22 @@ QString decodeCp1252(const QByteArray& bytes)
 Cp1252Encoding encodeCp1252(QStringView text)
 {
     Cp1252Encoding result;
-    result.refused = appendCp1252(result.bytes, text);
+    result.bytes.resize(text.size());
+    Cp1252Written written = writeCp1252(result.bytes.data(), text);
+    result.bytes.truncate(written.bytes);
+    result.refused = std::move(written.refused);
     return result;
 }
 
-QString appendCp1252(QByteArray& out, QStringView text)
+Cp1252Written writeCp1252(char* out, QStringView text)
 {
-    const qsizetype start = out.size();
-    out.resize(start + text.size());
-    char* bytes = out.data() + start;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const std::optional<unsigned char> byte = byteOf(text[i].unicode());
-        if (!byte) {
-            out.truncate(start + i);
-            return characterAt(text, i);
-        }
-        bytes[i] = char(*byte);
+        if (!byte)
+            return {i, characterAt(text, i)};
+        out[i] = char(*byte);
     }
-    return {};
+    return {text.size(), {}};
 }
 
 } // namespace tarn

@@ -20,8 +20,12 @@ struct Cp1252Encoding {
 };
 
 Cp1252Encoding encodeCp1252(QStringView text);
-// Appends the bytes of the text to out, up to the first character that has none, which
-// it returns; an empty result when the whole text was appended.
-QString appendCp1252(QByteArray& out, QStringView text);
+// Writes the bytes of the text from out on, one for each UTF-16 unit, so out must have
+// room for text.size() bytes. Stops at the first character that has no byte.
+struct Cp1252Written {
+    qsizetype bytes = 0;
+    QString refused; // that character; empty when the whole text was written
+};
+Cp1252Written writeCp1252(char* out, QStringView text);
 
 } // namespace tarn
