@@ -233,8 +233,11 @@ private slots:
     {
         QFETCH(QByteArray, line);
         QFETCH(QByteArrayList, tokens);
-        const Tokens split = tarn::splitTokens(line);
-        QByteArrayList list(split.begin() + 1, split.end());
+        const QByteArray plain = unprotectLine(line);
+        const Tokens split = tarn::splitTokens(plain);
+        QByteArrayList list;
+        for (auto token = split.begin() + 1; token != split.end(); ++token)
+            list << token->toByteArray();
         while (!list.isEmpty() && list.last().isEmpty())
             list.removeLast();
         QCOMPARE(list, tokens);

@@ -44,7 +44,7 @@ QString characterAt(QStringView text, qsizetype i)
 
 } // namespace
 
-QString decodeCp1252(const QByteArray& bytes)
+QString decodeCp1252(QByteArrayView bytes)
 {
     QString text(bytes.size(), Qt::Uninitialized);
     QChar* out = text.data();

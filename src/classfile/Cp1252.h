@@ -10,7 +10,7 @@ namespace tarn
 // Class files carry one byte per character in Windows-1252 on every platform. The
 // five bytes the code page leaves undefined decode to the control character of the
 // same number, so every byte has a character and every file can be read.
-QString decodeCp1252(const QByteArray& bytes);
+QString decodeCp1252(QByteArrayView bytes);
 
 struct Cp1252Encoding {
     QByteArray bytes;

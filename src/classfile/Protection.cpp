@@ -44,9 +44,8 @@ QByteArray unprotectLine(const QByteArray& line)
     return result;
 }
 
-Tokens splitTokens(const QByteArray& line)
+Tokens splitTokens(QByteArrayView text)
 {
-    const QByteArray text = unprotectLine(line);
     const qsizetype size = text.size();
     Tokens tokens;
     std::size_t index = 1;

@@ -13,7 +13,7 @@ namespace
 {
 
 // An optional sign and decimal digits, nothing else, within [lowest, highest].
-std::optional<qint64> wholeNumber(const QByteArray& token, qint64 lowest, qint64 highest)
+std::optional<qint64> wholeNumber(QByteArrayView token, qint64 lowest, qint64 highest)
 {
     const bool signed_ = token.startsWith('+') || token.startsWith('-');
     const qsizetype first = signed_ ? 1 : 0;
@@ -34,15 +34,15 @@ std::optional<qint64> wholeNumber(const QByteArray& token, qint64 lowest, qint64
 
 // A number with an optional decimal fraction, taken down to a whole number within
 // [lowest, highest]: 5.7 is 5 and -0.5 is -1.
-std::optional<qint64> flooredNumber(const QByteArray& token, qint64 lowest, qint64 highest)
+std::optional<qint64> flooredNumber(QByteArrayView token, qint64 lowest, qint64 highest)
 {
     const qsizetype point = token.indexOf('.');
     if (point < 0)
         return wholeNumber(token, lowest, highest);
-    const QByteArray fraction = token.mid(point + 1);
+    const QByteArrayView fraction = token.sliced(point + 1);
     if (!std::all_of(fraction.cbegin(), fraction.cend(), [](char c) { return c >= '0' && c <= '9'; }))
         return std::nullopt;
-    QByteArray whole = token.left(point);
+    QByteArray whole = token.first(point).toByteArray();
     const bool negative = whole.startsWith('-');
     if (whole.isEmpty() || whole == "-" || whole == "+") {
         if (fraction.isEmpty())
@@ -72,7 +72,8 @@ template <typename T> constexpr Range rangeOf()
 void RecordFields::setLine(int lineNumber, const QByteArray& line)
 {
     m_lineNumber = lineNumber;
-    m_tokens = splitTokens(line);
+    m_line = unprotectLine(line);
+    m_tokens = splitTokens(m_line);
     m_missingTold = false;
 }
 
@@ -94,7 +95,7 @@ qint32 RecordFields::bitSum(int field, const char* what)
 // A 16-bit field takes whole numbers only; a bit sum is taken down to one.
 std::optional<qint64> RecordFields::number(int field, const char* what, ColumnKind kind)
 {
-    const QByteArray& token = m_tokens[field];
+    const QByteArrayView token = m_tokens[field];
     const bool sum = kind == ColumnKind::Long;
     const Range range = sum ? rangeOf<qint32>() : rangeOf<qint16>();
     const std::optional<qint64> value =

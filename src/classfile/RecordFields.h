@@ -30,6 +30,7 @@ private:
     std::optional<qint64> number(int field, const char* what, ColumnKind kind);
 
     QStringList& m_problems;
+    QByteArray m_line; // unprotected; the tokens view it
     Tokens m_tokens;
     int m_lineNumber = 0;
     bool m_missingTold = false;
