@@ -62,7 +62,7 @@ Columns locate(const Statement& rows)
 
 ShownNumber shown(const Statement& row, int column)
 {
-    return row.isNull(column) ? ShownNumber() : ShownNumber(row.int64(column));
+    return row.optionalInt64(column);
 }
 
 template <std::size_t N> std::array<ShownNumber, N> shownSeries(const Statement& row, const std::array<int, N>& columns)

@@ -1,5 +1,7 @@
 #include "Protection.h"
 
+#include <array>
+
 namespace tarn
 {
 
@@ -11,6 +13,16 @@ constexpr unsigned char Shift = 128;
 constexpr unsigned char HighestPlainWhenProtecting = 30;
 constexpr unsigned char HighestPlainWhenReading = 128;
 constexpr char Blank = ' ';
+
+// The protected form of each byte. Codes of 128 and above have no protected form; the
+// export refuses them before they get here, and shifting them round would turn some
+// into line breaks.
+constexpr std::array<char, 256> protectedBytes = [] {
+    std::array<char, 256> table{};
+    for (int code = 0; code < 256; ++code)
+        table[std::size_t(code)] = char(code > HighestPlainWhenProtecting && code < Shift ? code + Shift : code);
+    return table;
+}();
 
 } // namespace
 
@@ -24,13 +36,8 @@ QByteArray protectLine(const QByteArray& line, bool protectOutput)
 
 void protectInPlace(QByteArray& bytes)
 {
-    for (char& c : bytes) {
-        const auto code = static_cast<unsigned char>(c);
-        // Codes of 128 and above have no protected form; the export refuses them before
-        // they get here, and shifting them round would turn some into line breaks.
-        if (code > HighestPlainWhenProtecting && code < Shift)
-            c = char(code + Shift);
-    }
+    for (char& c : bytes)
+        c = protectedBytes[static_cast<unsigned char>(c)];
 }
 
 QByteArray unprotectLine(const QByteArray& line)

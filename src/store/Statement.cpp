@@ -139,6 +139,14 @@ bool Statement::isNull(int index) const
     return sqlite3_column_type(m_stmt, index) == SQLITE_NULL;
 }
 
+std::optional<qint64> Statement::optionalInt64(int index) const
+{
+    sqlite3_value* value = sqlite3_column_value(m_stmt, index);
+    if (sqlite3_value_type(value) == SQLITE_NULL)
+        return std::nullopt;
+    return sqlite3_value_int64(value);
+}
+
 qint64 Statement::int64(int index) const
 {
     return sqlite3_column_int64(m_stmt, index);

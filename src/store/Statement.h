@@ -2,6 +2,7 @@
 
 #include <QVariant>
 #include <QVariantList>
+#include <optional>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -41,6 +42,8 @@ public:
     QVariant value(int index) const;
     bool isNull(int index) const;
     qint64 int64(int index) const;
+    // The number, or nothing for a missing value, in one look at the column.
+    std::optional<qint64> optionalInt64(int index) const;
     QString text(int index) const;
 
 private:
