@@ -19,6 +19,15 @@ QString insertClassSql()
     return QStringLiteral("insert into classdef (%1) values (%2)").arg(columns.join(u", "), places.join(u", "));
 }
 
+QString exportRowsSql()
+{
+    QStringList columns = schema::classColumnNames();
+    for (const char* unread : {"package_name", "class_num", "w1", "i9"})
+        columns.removeOne(QLatin1String(unread));
+    return QStringLiteral("select rowid, %1 from classdef where %2 order by %3")
+        .arg(columns.join(u", "), sql::OrderedClassesOfConfig.filter, sql::OrderedClassesOfConfig.order);
+}
+
 QString updateSql(const QStringList& columns)
 {
     QStringList assignments;
@@ -52,7 +61,8 @@ void ClassRowInserter::insertRow()
 
 Statement orderedClassRows(Database& classDb, const QString& config)
 {
-    Statement rows = classDb.prepare(sql::OrderedClassRowsOfConfig);
+    static const QString select = exportRowsSql();
+    Statement rows = classDb.prepare(select);
     rows.bind(1, config);
     return rows;
 }

@@ -34,8 +34,9 @@ private:
     int m_next = 1;
 };
 
-// The classes of a configuration in the order the class editor shows them, class_num
-// first, each row led by its rowid.
+// The classes of a configuration in the order the class editor shows them, for the
+// export: each row led by its rowid, then every column the class file is made from (all
+// but package_name, class_num, w1 and i9, which it never reads).
 Statement orderedClassRows(Database& classDb, const QString& config);
 
 // The highest class number of the configuration; nothing when it has no numbered class.

@@ -20,8 +20,6 @@ inline const QString AllClasses = QStringLiteral("select * from classdef");
 inline const QString ClassesOfConfig = QStringLiteral("select * from classdef where package_name = ?");
 inline const RecordSource OrderedClassesOfConfig{QStringLiteral("classdef"), QStringLiteral("package_name = ?"),
                                                  QStringLiteral("package_name,class_num")};
-inline const QString OrderedClassRowsOfConfig =
-    QStringLiteral("select rowid, * from classdef where package_name = ? order by package_name,class_num");
 inline const QString OrderedClasses = QStringLiteral("select * from classdef order by package_name,class_num");
 inline const QString CreateClassOrderIndex =
     QStringLiteral("create index if not exists classdef_order on classdef (package_name, class_num)");
