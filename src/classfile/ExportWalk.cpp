@@ -3,6 +3,7 @@
 #include "ClassFileWriter.h"
 #include "SlotSearch.h"
 #include "store/Classes.h"
+#include "store/StoreError.h"
 
 #include <QHash>
 
@@ -27,49 +28,74 @@ struct Columns {
     std::array<int, AmmoLimits> ammo{};
 };
 
-template <std::size_t N>
-void locateSeries(std::array<int, N>& columns, const QHash<QString, int>& at, const char* prefix, int first)
+template <std::size_t N> std::array<QString, N> columnNames(const char* prefix, int first)
 {
+    std::array<QString, N> names;
     for (std::size_t k = 0; k < N; ++k)
-        columns[k] = at.value(QLatin1String(prefix) + QString::number(first + int(k)));
+        names[k] = QLatin1String(prefix) + QString::number(first + int(k));
+    return names;
 }
+
+// Where the walk's columns stand, by name. A column the walk's statement lacks is a
+// fault of the program, told at once rather than read from another column.
+class ColumnFinder
+{
+public:
+    explicit ColumnFinder(const Statement& rows)
+    {
+        for (int i = 0; i < rows.columnCount(); ++i)
+            m_at.insert(rows.columnName(i).toLower(), i);
+    }
+
+    int operator()(const QString& name) const
+    {
+        const int column = int(m_at.value(name, -1));
+        if (column < 0)
+            throw StoreError(QStringLiteral("The export's walk has no column \"%1\".").arg(name));
+        return column;
+    }
+    template <std::size_t N> std::array<int, N> series(const char* prefix, int first) const
+    {
+        std::array<int, N> columns{};
+        const std::array<QString, N> names = columnNames<N>(prefix, first);
+        for (std::size_t k = 0; k < N; ++k)
+            columns[k] = (*this)(names[k]);
+        return columns;
+    }
+
+private:
+    QHash<QString, int> m_at;
+};
 
 Columns locate(const Statement& rows)
 {
-    QHash<QString, int> at;
-    for (int i = 0; i < rows.columnCount(); ++i)
-        at.insert(rows.columnName(i).toLower(), i);
+    const ColumnFinder at(rows);
     Columns c;
-    c.rowId = at.value(QStringLiteral("rowid"));
-    c.name = at.value(QStringLiteral("class_name"));
-    c.model = at.value(QStringLiteral("model_name"));
-    c.redSkin = at.value(QStringLiteral("skin_name1"));
-    c.blueSkin = at.value(QStringLiteral("skin_name2"));
-    c.decoySkin = at.value(QStringLiteral("decoyskin"));
-    c.armor = at.value(QStringLiteral("max_armor"));
-    c.speed = at.value(QStringLiteral("max_speed"));
-    c.health = at.value(QStringLiteral("max_health"));
-    locateSeries(c.weapons, at, "w", 2);
-    locateSeries(c.grenades, at, "g", 1);
-    locateSeries(c.items, at, "i", 1);
-    locateSeries(c.specials, at, "s", 1);
+    c.rowId = at(QStringLiteral("rowid"));
+    c.name = at(QStringLiteral("class_name"));
+    c.model = at(QStringLiteral("model_name"));
+    c.redSkin = at(QStringLiteral("skin_name1"));
+    c.blueSkin = at(QStringLiteral("skin_name2"));
+    c.decoySkin = at(QStringLiteral("decoyskin"));
+    c.armor = at(QStringLiteral("max_armor"));
+    c.speed = at(QStringLiteral("max_speed"));
+    c.health = at(QStringLiteral("max_health"));
+    c.weapons = at.series<WeaponSlots>("w", 2);
+    c.grenades = at.series<GrenadeSlots>("g", 1);
+    c.items = at.series<ItemBoxes>("i", 1);
+    c.specials = at.series<SpecialBoxes>("s", 1);
     const std::array<const char*, AmmoLimits> ammo{"maxbullets",  "maxshells", "maxrockets",
                                                    "maxgrenades", "maxcells",  "maxslugs"};
     for (std::size_t k = 0; k < AmmoLimits; ++k)
-        c.ammo[k] = at.value(QLatin1String(ammo[k]));
+        c.ammo[k] = at(QLatin1String(ammo[k]));
     return c;
-}
-
-ShownNumber shown(const Statement& row, int column)
-{
-    return row.optionalInt64(column);
 }
 
 template <std::size_t N> std::array<ShownNumber, N> shownSeries(const Statement& row, const std::array<int, N>& columns)
 {
     std::array<ShownNumber, N> values;
     for (std::size_t k = 0; k < N; ++k)
-        values[k] = shown(row, columns[k]);
+        values[k] = row.optionalInt64(columns[k]);
     return values;
 }
 
@@ -107,14 +133,6 @@ void trackSlots(std::array<ShownNumber, N>& slotIds, const std::vector<qint64>& 
     }
 }
 
-template <std::size_t N> std::array<QString, N> columnNames(const char* prefix, int first)
-{
-    std::array<QString, N> names;
-    for (std::size_t k = 0; k < N; ++k)
-        names[k] = QLatin1String(prefix) + QString::number(first + int(k));
-    return names;
-}
-
 ExportedClass exportedClass(const Statement& row, const Columns& c, const ReferenceLists& lists)
 {
     ExportedClass cls;
@@ -122,12 +140,12 @@ ExportedClass exportedClass(const Statement& row, const Columns& c, const Refere
     cls.model = row.text(c.model);
     cls.redSkin = row.text(c.redSkin);
     cls.blueSkin = row.text(c.blueSkin);
-    cls.decoySkin = shown(row, c.decoySkin);
+    cls.decoySkin = row.optionalInt64(c.decoySkin);
     cls.weapons = shownSeries(row, c.weapons);
     cls.grenades = shownSeries(row, c.grenades);
-    cls.armor = shown(row, c.armor);
-    cls.speed = shown(row, c.speed);
-    cls.health = shown(row, c.health);
+    cls.armor = row.optionalInt64(c.armor);
+    cls.speed = row.optionalInt64(c.speed);
+    cls.health = row.optionalInt64(c.health);
     cls.abilitySum = boxSum(row, lists.specials, c.specials);
     cls.itemSum = boxSum(row, lists.items, c.items);
     cls.ammo = shownSeries(row, c.ammo);
