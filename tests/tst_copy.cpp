@@ -1,6 +1,7 @@
 #include "store/Configurations.h"
 #include "store/Database.h"
 #include "store/Schema.h"
+#include "store/StoreError.h"
 #include "support/TestSupport.h"
 
 #include <QTest>
@@ -95,6 +96,8 @@ private slots:
         const QStringList classesAfter = rowsOf(db, classes);
         QCOMPARE(classesAfter.mid(0, classesBefore.size()), classesBefore);
         QCOMPARE(classesAfter.size(), classesBefore.size() + 3);
+        // The copy skips the table's checks for its own rows only.
+        QVERIFY_THROWS_EXCEPTION(StoreError, db.exec(QStringLiteral("update classdef set class_num = 40000")));
     }
 };
 
