@@ -12,7 +12,7 @@ template <typename T, std::size_t N>
 ClassRowInserter& operator<<(ClassRowInserter& rows, const std::array<T, N>& fields)
 {
     for (const T field : fields)
-        rows << qint64(field);
+        rows << field;
     return rows;
 }
 
@@ -20,9 +20,9 @@ ClassRowInserter& operator<<(ClassRowInserter& rows, const std::array<T, N>& fie
 
 void insertClassRow(ClassRowInserter& rows, const ClassRecord& record, const QString& packageName, qint16 classNum)
 {
-    rows << packageName << record.name << qint64(classNum) << record.redSkin << record.blueSkin << record.model;
-    rows << record.weapons << record.grenades << qint64(record.speed) << qint64(record.health) << qint64(record.armor);
-    rows << record.items << record.abilities << qint64(record.decoySkin) << record.ammo;
+    rows << packageName << record.name << classNum << record.redSkin << record.blueSkin << record.model;
+    rows << record.weapons << record.grenades << record.speed << record.health << record.armor;
+    rows << record.items << record.abilities << record.decoySkin << record.ammo;
     rows.insertRow();
 }
 

@@ -37,32 +37,25 @@ QString updateSql(const QStringList& columns)
     return QStringLiteral("update classdef set %1 where rowid = ?").arg(assignments.join(u", "));
 }
 
-// Turns the table's CHECK constraints off for its lifetime, on this connection only.
-class SkippedChecks
-{
-public:
-    explicit SkippedChecks(Database& db) : m_db(db)
-    {
-        m_db.exec(QStringLiteral("PRAGMA ignore_check_constraints = ON"));
-    }
-    ~SkippedChecks()
-    {
-        try {
-            m_db.exec(QStringLiteral("PRAGMA ignore_check_constraints = OFF"));
-        } catch (const StoreError&) {
-            // Setting a flag of the connection does not touch the file and cannot fail.
-        }
-    }
-    SkippedChecks(const SkippedChecks&) = delete;
-    SkippedChecks& operator=(const SkippedChecks&) = delete;
-
-private:
-    Database& m_db;
-};
-
 } // namespace
 
-ClassRowInserter::ClassRowInserter(Database& classDb) : m_insert(classDb.prepare(insertClassSql())) {}
+SkippedChecks::SkippedChecks(Database& db) : m_db(db)
+{
+    m_db.exec(QStringLiteral("PRAGMA ignore_check_constraints = ON"));
+}
+
+SkippedChecks::~SkippedChecks()
+{
+    try {
+        m_db.exec(QStringLiteral("PRAGMA ignore_check_constraints = OFF"));
+    } catch (const StoreError&) {
+        // Setting a flag of the connection does not touch the file and cannot fail.
+    }
+}
+
+ClassRowInserter::ClassRowInserter(Database& classDb) : m_skipped(classDb), m_insert(classDb.prepare(insertClassSql()))
+{
+}
 
 ClassRowInserter& ClassRowInserter::operator<<(const QString& text)
 {
@@ -70,17 +63,24 @@ ClassRowInserter& ClassRowInserter::operator<<(const QString& text)
     return *this;
 }
 
-ClassRowInserter& ClassRowInserter::operator<<(qint64 number)
+ClassRowInserter& ClassRowInserter::operator<<(qint16 number)
 {
     m_insert.bindInt64(m_next++, number);
     return *this;
 }
 
+ClassRowInserter& ClassRowInserter::operator<<(bool flag)
+{
+    m_insert.bindInt64(m_next++, flag ? 1 : 0);
+    return *this;
+}
+
 void ClassRowInserter::insertRow()
 {
-    m_insert.step();
-    m_insert.reset();
+    Q_ASSERT(m_next == m_insert.parameterCount() + 1);
     m_next = 1;
+    m_insert.step();
+    m_insert.rewind();
 }
 
 Statement orderedClassRows(Database& classDb, const QString& config)

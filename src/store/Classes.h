@@ -17,19 +17,36 @@ class Database;
 // The rows of classdef, one class each, as the import, the example configuration, the
 // copy and the export store and walk them. Each throws StoreError when the store refuses.
 
+// Turns the CHECK constraints of the connection's tables off for its lifetime.
+class SkippedChecks
+{
+public:
+    explicit SkippedChecks(Database& db);
+    ~SkippedChecks();
+    SkippedChecks(const SkippedChecks&) = delete;
+    SkippedChecks& operator=(const SkippedChecks&) = delete;
+
+private:
+    Database& m_db;
+};
+
 // Stores whole class rows through one prepared statement. The values of a row are given
-// in the order of schema::classColumnNames(), package_name first.
+// in the order of schema::classColumnNames(), package_name first. Its numbers are 16-bit
+// integers and flags, the very ranges classdef's checks allow, so the checks are skipped
+// while the inserter lives.
 class ClassRowInserter
 {
 public:
     explicit ClassRowInserter(Database& classDb);
 
     ClassRowInserter& operator<<(const QString& text);
-    ClassRowInserter& operator<<(qint64 number);
-    // Stores the row of the values given since the last one.
+    ClassRowInserter& operator<<(qint16 number);
+    ClassRowInserter& operator<<(bool flag);
+    // Stores the row of the values given since the last one; every column must have one.
     void insertRow();
 
 private:
+    SkippedChecks m_skipped;
     Statement m_insert;
     int m_next = 1;
 };

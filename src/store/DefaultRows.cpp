@@ -33,32 +33,32 @@ constexpr int BlasterId = 1;
 
 // A class of the example configuration; slots, items and abilities not named hold 0.
 struct ExampleClass {
-    qint64 number;
+    qint16 number;
     QString name, model, redSkin, blueSkin;
-    qint64 decoySkin;
-    std::array<qint64, 2> weapons; // slots 2 and 3
-    qint64 grenade;                // slot 1
-    qint64 armor, speed, health;
-    std::array<qint64, 2> items;     // i1 and i2
-    std::array<qint64, 3> abilities; // s1 to s3
-    std::array<qint64, 6> ammo;
+    qint16 decoySkin;
+    std::array<qint16, 2> weapons; // slots 2 and 3
+    qint16 grenade;                // slot 1
+    qint16 armor, speed, health;
+    std::array<bool, 2> items;     // i1 and i2
+    std::array<bool, 3> abilities; // s1 to s3
+    std::array<qint16, 6> ammo;
 };
 
 // In the order of classdef's columns.
 void insertExampleClass(ClassRowInserter& rows, const QString& config, const ExampleClass& c)
 {
-    constexpr qint64 None = 0;
+    constexpr qint16 None = 0;
     rows << config << c.name << c.number << c.redSkin << c.blueSkin << c.model;
-    rows << qint64(BlasterId) << c.weapons[0] << c.weapons[1];
+    rows << qint16(BlasterId) << c.weapons[0] << c.weapons[1];
     for (int slot = 4; slot <= 10; ++slot)
         rows << None;
     rows << c.grenade << None << None << c.speed << c.health << c.armor;
     for (std::size_t i = 0; i < 9; ++i)
-        rows << (i < c.items.size() ? c.items[i] : None);
+        rows << (i < c.items.size() && c.items[i]);
     for (std::size_t s = 0; s < 21; ++s)
-        rows << (s < c.abilities.size() ? c.abilities[s] : None);
+        rows << (s < c.abilities.size() && c.abilities[s]);
     rows << c.decoySkin;
-    for (qint64 limit : c.ammo)
+    for (qint16 limit : c.ammo)
         rows << limit;
     rows.insertRow();
 }

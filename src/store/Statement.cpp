@@ -106,8 +106,18 @@ void Statement::run(const QVariantList& values)
 
 void Statement::reset()
 {
-    sqlite3_reset(m_stmt);
+    rewind();
     sqlite3_clear_bindings(m_stmt);
+}
+
+void Statement::rewind()
+{
+    sqlite3_reset(m_stmt);
+}
+
+int Statement::parameterCount() const
+{
+    return sqlite3_bind_parameter_count(m_stmt);
 }
 
 int Statement::columnCount() const

@@ -36,7 +36,11 @@ public:
     // Runs a statement that returns no rows, then resets it for the next use.
     void run(const QVariantList& values = {});
     void reset();
+    // Makes the statement ready to run again with the bindings it has, for a caller
+    // that binds every parameter anew before each run.
+    void rewind();
 
+    int parameterCount() const;
     int columnCount() const;
     QString columnName(int index) const;
     QVariant value(int index) const;
