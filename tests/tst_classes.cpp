@@ -15,14 +15,12 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
-#include <QProcess>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
@@ -636,33 +634,6 @@ private slots:
         save("mnuSaveUnprotected", full);
         QCOMPARE(f->dialogs.messages, QStringList{"Cannot write " + full + ": No space left on device"});
         QVERIFY(!QFileInfo(full).isFile());
-    }
-
-    // tarnctl and the workbench share one export: the same bytes and the same rows after it.
-    void workbenchAndTarnctlExportAlike()
-    {
-        openTestSet();
-        f->addClass(QStringLiteral("Test Set"), 9, {{"class_name", "Odd"}, {"w4", 99}, {"g2", 77}});
-        f->editor.reset();
-        const QDir copy(f->data.path(QStringLiteral("copy")));
-        QVERIFY(copy.mkpath(QStringLiteral(".")));
-        for (const char* name : {"tarn_dat.db", "tarn_ref.db"})
-            QVERIFY(QFile::copy(f->data.path(name), copy.filePath(name)));
-        QVERIFY(writeFile(copy.filePath(QStringLiteral("tarn.ini")), "\"12\"\r\n"));
-
-        f->open(QStringLiteral("Test Set"));
-        save("mnuSaveAs", target());
-        f->editor.reset();
-
-        const QString cliTarget = f->data.path(QStringLiteral("cli.class"));
-        QCOMPARE(QProcess::execute(QStringLiteral(TARNCTL_PATH),
-                                   {"--data-dir", copy.path(), "export", "Test Set", cliTarget}),
-                 0);
-        QCOMPARE(readFile(cliTarget), readFile(target()));
-        const QString allRows = QStringLiteral("select * from classdef order by rowid");
-        Database cliStore(copy.filePath(QStringLiteral("tarn_dat.db")), Database::Open::Existing);
-        QCOMPARE(rowsOf(cliStore, allRows), rowsOf(f->data.classDb(), allRows));
-        QCOMPARE(f->column(QStringLiteral("Test Set"), 9, QStringLiteral("w4")).toInt(), 0); // tracked and stored
     }
 };
 

@@ -204,16 +204,6 @@ private slots:
         }
     }
 
-    void protectedLinesReadBackForCodesBelow128()
-    {
-        const QByteArray line = allCodes().left(128);
-        const QByteArray shielded = protectLine(line, true);
-        QCOMPARE(shielded.size(), line.size());
-        QVERIFY(!shielded.contains(' '));
-        QCOMPARE(unprotectLine(shielded), line);
-        QCOMPARE(protectLine(QByteArray(), true), QByteArray());
-    }
-
     void splitTokens_data()
     {
         QTest::addColumn<QByteArray>("line");
