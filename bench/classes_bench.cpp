@@ -6,8 +6,9 @@
 
 #include "classes/frmClasses.h"
 #include "core/AppState.h"
+#include "store/Classes.h"
+#include "store/Configurations.h"
 #include "store/Database.h"
-#include "store/Schema.h"
 #include "toolkit/DataControl.h"
 #include "toolkit/Dialogs.h"
 
@@ -58,23 +59,24 @@ void fillArmoury(Database& refDb, const QString& table, int rows)
 // Classes whose slots hold ids the pickers offer, so that a step stores nothing.
 void fillClasses(Database& classDb)
 {
-    const QStringList columns = schema::classColumnNames();
     Transaction transaction(classDb);
-    classDb.prepare(QStringLiteral("insert into package (package_name) values (?)")).run({Config});
-    Statement insert = classDb.prepare(QStringLiteral("insert into classdef (%1) values (%2)")
-                                           .arg(columns.join(u", "), QStringList(columns.size(), "?").join(u", ")));
+    addConfiguration(classDb, Config);
+    ClassRowInserter rows(classDb);
     QRandomGenerator random(Classes);
+    const auto id = [&](int count) { return qint16(1 + random.bounded(count)); };
     for (int number = 1; number <= Classes; ++number) {
-        QVariantList row{Config, QStringLiteral("Class %1").arg(number), number, "red", "blue", "model", 1};
+        rows << Config << QStringLiteral("Class %1").arg(number) << qint16(number) << QStringLiteral("red")
+             << QStringLiteral("blue") << QStringLiteral("model") << qint16(1);
         for (int slot = 2; slot <= 10; ++slot)
-            row << 1 + int(random.bounded(Weapons));
+            rows << id(Weapons);
         for (int slot = 1; slot <= 3; ++slot)
-            row << 1 + int(random.bounded(Grenades));
-        row << 300 << 100 << 50;
+            rows << id(Grenades);
+        rows << qint16(300) << qint16(100) << qint16(50);
         for (int flag = 0; flag < 30; ++flag)
-            row << int(random.bounded(2));
-        row << 1 << 100 << 50 << 25 << 10 << 100 << 10;
-        insert.run(row);
+            rows << (random.bounded(2) == 1);
+        for (const qint16 value : {1, 100, 50, 25, 10, 100, 10})
+            rows << value;
+        rows.insertRow();
     }
     transaction.commit();
 }

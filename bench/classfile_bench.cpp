@@ -11,8 +11,8 @@
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
 #include "core/Stores.h"
+#include "store/Classes.h"
 #include "store/Configurations.h"
-#include "store/Schema.h"
 #include "store/StoreError.h"
 
 #include <QHash>
@@ -26,36 +26,29 @@ namespace
 
 const QString Config = QStringLiteral("Bench");
 
-// A class as an author might make one: weapons and grenades that the pickers offer,
+// Classes as an author might make them: weapons and grenades that the pickers offer,
 // a few boxes ticked, plain numbers.
-QVariantList benchClass(int number, QRandomGenerator& random)
-{
-    QVariantList row{Config,
-                     QStringLiteral("Class %1").arg(number),
-                     number,
-                     QStringLiteral("red%1").arg(number % 7),
-                     QStringLiteral("blue%1").arg(number % 7),
-                     QStringLiteral("model%1").arg(number % 13),
-                     1};
-    for (int slot = 2; slot <= 10; ++slot)
-        row << (slot < 5 ? 2 + int(random.bounded(9)) : 0);
-    row << 1 + int(random.bounded(4)) << 0 << 0 << 200 + int(random.bounded(200)) << 100 << 50;
-    for (int flag = 0; flag < 30; ++flag)
-        row << (flag != 8 && random.bounded(4) == 0 ? 1 : 0);
-    row << number % 3 << 100 << 50 << 25 << 10 << 100 << 10;
-    return row;
-}
-
 void generate(Database& classDb, int classes)
 {
-    const QStringList columns = schema::classColumnNames();
     Transaction transaction(classDb);
-    classDb.prepare(QStringLiteral("insert into package (package_name) values (?)")).run({Config});
-    Statement insert = classDb.prepare(QStringLiteral("insert into classdef (%1) values (%2)")
-                                           .arg(columns.join(u", "), QStringList(columns.size(), "?").join(u", ")));
+    addConfiguration(classDb, Config);
+    ClassRowInserter rows(classDb);
     QRandomGenerator random(classes);
-    for (int number = 1; number <= classes; ++number)
-        insert.run(benchClass(number, random));
+    const auto upTo = [&](int count) { return qint16(random.bounded(count)); };
+    for (int number = 1; number <= classes; ++number) {
+        rows << Config << QStringLiteral("Class %1").arg(number) << qint16(number)
+             << QStringLiteral("red%1").arg(number % 7) << QStringLiteral("blue%1").arg(number % 7)
+             << QStringLiteral("model%1").arg(number % 13) << qint16(1);
+        for (int slot = 2; slot <= 10; ++slot)
+            rows << qint16(slot < 5 ? 2 + upTo(9) : 0);
+        rows << qint16(1 + upTo(4)) << qint16(0) << qint16(0) << qint16(200 + upTo(200)) << qint16(100) << qint16(50);
+        for (int flag = 0; flag < 30; ++flag)
+            rows << (flag != 8 && random.bounded(4) == 0);
+        rows << qint16(number % 3);
+        for (const qint16 value : {100, 50, 25, 10, 100, 10})
+            rows << value;
+        rows.insertRow();
+    }
     transaction.commit();
 }
 

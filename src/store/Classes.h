@@ -42,6 +42,8 @@ public:
     ClassRowInserter& operator<<(const QString& text);
     ClassRowInserter& operator<<(qint16 number);
     ClassRowInserter& operator<<(bool flag);
+    // A string literal would otherwise be taken as a flag.
+    ClassRowInserter& operator<<(const char*) = delete;
     // Stores the row of the values given since the last one; every column must have one.
     void insertRow();
 
