@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QLineEdit>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -233,6 +234,32 @@ private slots:
                      m_dialogs.messages[0].contains(QStringLiteral("item is locked")),
                  qPrintable(m_dialogs.messages[0]));
         QCOMPARE(form.name->text(), QStringLiteral("Changed"));
+    }
+
+    // A control opened before its window gave it Dialogs would swallow the refusals it
+    // must tell, so it stops the program at once and names itself. The stop is watched
+    // from a second run of this test program, kept inside our temporary folder.
+    void controlWithoutDialogsStopsTheProgram()
+    {
+        if (qEnvironmentVariableIsSet("TARN_OPEN_WITHOUT_DIALOGS")) {
+            DataControl control;
+            control.setObjectName(QStringLiteral("dbOrphan"));
+            control.open(*m_db, {QStringLiteral("item"), {}, QStringLiteral("i_id")});
+            return;
+        }
+        QTemporaryDir childDir;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TARN_OPEN_WITHOUT_DIALOGS"), QStringLiteral("1"));
+        environment.insert(QStringLiteral("TMPDIR"), childDir.path());
+        QProcess child;
+        child.setProcessEnvironment(environment);
+        child.setWorkingDirectory(childDir.path());
+        child.setProcessChannelMode(QProcess::MergedChannels);
+        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("controlWithoutDialogsStopsTheProgram")});
+        QVERIFY(child.waitForFinished(60000));
+        const QByteArray said = child.readAll();
+        QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+        QVERIFY2(said.contains("DataControl dbOrphan was opened before its window gave it Dialogs"), said.constData());
     }
 };
 
