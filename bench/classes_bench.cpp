@@ -61,7 +61,7 @@ void fillClasses(Database& classDb)
 {
     Transaction transaction(classDb);
     addConfiguration(classDb, Config);
-    ClassRowInserter rows(classDb);
+    NewClassRows rows(classDb);
     QRandomGenerator random(Classes);
     const auto id = [&](int count) { return qint16(1 + random.bounded(count)); };
     for (int number = 1; number <= Classes; ++number) {
@@ -76,7 +76,7 @@ void fillClasses(Database& classDb)
             rows << (random.bounded(2) == 1);
         for (const qint16 value : {1, 100, 50, 25, 10, 100, 10})
             rows << value;
-        rows.insertRow();
+        rows.addRow();
     }
     transaction.commit();
 }

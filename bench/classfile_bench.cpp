@@ -32,7 +32,7 @@ void generate(Database& classDb, int classes)
 {
     Transaction transaction(classDb);
     addConfiguration(classDb, Config);
-    ClassRowInserter rows(classDb);
+    NewClassRows rows(classDb);
     QRandomGenerator random(classes);
     const auto upTo = [&](int count) { return qint16(random.bounded(count)); };
     for (int number = 1; number <= classes; ++number) {
@@ -47,7 +47,7 @@ void generate(Database& classDb, int classes)
         rows << qint16(number % 3);
         for (const qint16 value : {100, 50, 25, 10, 100, 10})
             rows << value;
-        rows.insertRow();
+        rows.addRow();
     }
     transaction.commit();
 }

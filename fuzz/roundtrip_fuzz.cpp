@@ -25,7 +25,7 @@ struct Scratch {
     {
         schema::create(classDb, schema::dataTables());
         schema::create(refDb, schema::referenceTables());
-        insertDefaultReferenceRows(refDb);
+        addDefaultReferenceRows(refDb);
     }
 };
 

@@ -8,8 +8,7 @@ namespace tarn
 namespace
 {
 
-template <typename T, std::size_t N>
-ClassRowInserter& operator<<(ClassRowInserter& rows, const std::array<T, N>& fields)
+template <typename T, std::size_t N> NewClassRows& operator<<(NewClassRows& rows, const std::array<T, N>& fields)
 {
     for (const T field : fields)
         rows << field;
@@ -18,12 +17,12 @@ ClassRowInserter& operator<<(ClassRowInserter& rows, const std::array<T, N>& fie
 
 } // namespace
 
-void insertClassRow(ClassRowInserter& rows, const ClassRecord& record, const QString& packageName, qint16 classNum)
+void addClassRow(NewClassRows& rows, const ClassRecord& record, const QString& packageName, qint16 classNum)
 {
     rows << packageName << record.name << classNum << record.redSkin << record.blueSkin << record.model;
     rows << record.weapons << record.grenades << record.speed << record.health << record.armor;
     rows << record.items << record.abilities << record.decoySkin << record.ammo;
-    rows.insertRow();
+    rows.addRow();
 }
 
 } // namespace tarn

@@ -6,7 +6,7 @@
 namespace tarn
 {
 
-class ClassRowInserter;
+class NewClassRows;
 
 inline constexpr int AbilityFlags = 21;
 inline constexpr int ItemFlags = 9;
@@ -39,6 +39,6 @@ template <std::size_t N> std::array<bool, N> spreadBits(qint32 sum)
 
 // Stores the record as a classdef row under the configuration's name: text columns as
 // strings, flags as 0 and 1.
-void insertClassRow(ClassRowInserter& rows, const ClassRecord& record, const QString& packageName, qint16 classNum);
+void addClassRow(NewClassRows& rows, const ClassRecord& record, const QString& packageName, qint16 classNum);
 
 } // namespace tarn

@@ -52,7 +52,7 @@ private:
         const auto& read = std::get<ReadClass>(event);
         if (!read.problems.isEmpty())
             return fail(read.problems.join(u'\n'));
-        insertClassRow(m_rows, read.record, m_name, read.number);
+        addClassRow(m_rows, read.record, m_name, read.number);
         ++m_stored;
         return std::nullopt;
     }
@@ -75,7 +75,7 @@ private:
     Database& m_db;
     QString m_name;
     Transaction m_transaction;
-    ClassRowInserter m_rows;
+    NewClassRows m_rows;
     int m_stored = 0;
 };
 

@@ -114,7 +114,7 @@ void frmConfig::btNew_Click()
 
 void frmConfig::btDelete_Click()
 {
-    if (!requireSelection())
+    if (!requireCurrentConfig())
         return;
     const QString question =
         QStringLiteral("Are you sure you want to delete the '") + m_state.currentConfig + QStringLiteral("' Config?");
@@ -128,7 +128,7 @@ void frmConfig::btDelete_Click()
 
 void frmConfig::btEdit_Click()
 {
-    if (!requireSelection())
+    if (!requireCurrentConfig())
         return;
     m_dialogs.setBusy(true);
     guarded(m_dialogs, this, [this] {
@@ -140,7 +140,7 @@ void frmConfig::btEdit_Click()
 
 void frmConfig::btCopy_Click()
 {
-    if (!requireSelection())
+    if (!requireCurrentConfig())
         return;
     const QString name = m_dialogs.inputBox(this, QStringLiteral("Enter the name of the config you wish to copy to"),
                                             QStringLiteral("Copy Config"));
@@ -222,7 +222,7 @@ void frmConfig::showReferenceWindow(ReferenceTable table)
     });
 }
 
-bool frmConfig::requireSelection()
+bool frmConfig::requireCurrentConfig()
 {
     if (!m_state.currentConfig.isEmpty())
         return true;

@@ -45,7 +45,7 @@ public:
 private:
     void Form_Load();
     void connectHandlers();
-    bool requireSelection();
+    bool requireCurrentConfig();
     void showReferenceWindow(ReferenceTable table);
 
     std::unique_ptr<Ui::frmConfig> ui;

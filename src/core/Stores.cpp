@@ -56,11 +56,10 @@ Stores openStores(const QString& dataDirectory, std::chrono::milliseconds busyWa
             QStringLiteral("Cannot create the data directory %1.").arg(QDir::toNativeSeparators(dataDirectory)));
     const QDir dir(dataDirectory);
     Stores stores;
-    stores.classDb =
-        openStore(dir.filePath(ClassStoreFile), schema::dataTables(), insertExampleConfiguration, busyWait);
+    stores.classDb = openStore(dir.filePath(ClassStoreFile), schema::dataTables(), addExampleConfiguration, busyWait);
     schema::addClassOrderIndex(*stores.classDb);
     stores.refDb =
-        openStore(dir.filePath(ReferenceStoreFile), schema::referenceTables(), insertDefaultReferenceRows, busyWait);
+        openStore(dir.filePath(ReferenceStoreFile), schema::referenceTables(), addDefaultReferenceRows, busyWait);
     return stores;
 }
 

@@ -53,29 +53,27 @@ SkippedChecks::~SkippedChecks()
     }
 }
 
-ClassRowInserter::ClassRowInserter(Database& classDb) : m_skipped(classDb), m_insert(classDb.prepare(insertClassSql()))
-{
-}
+NewClassRows::NewClassRows(Database& classDb) : m_skipped(classDb), m_insert(classDb.prepare(insertClassSql())) {}
 
-ClassRowInserter& ClassRowInserter::operator<<(const QString& text)
+NewClassRows& NewClassRows::operator<<(const QString& text)
 {
     m_insert.bindText(m_next++, text);
     return *this;
 }
 
-ClassRowInserter& ClassRowInserter::operator<<(qint16 number)
+NewClassRows& NewClassRows::operator<<(qint16 number)
 {
     m_insert.bindInt64(m_next++, number);
     return *this;
 }
 
-ClassRowInserter& ClassRowInserter::operator<<(bool flag)
+NewClassRows& NewClassRows::operator<<(bool flag)
 {
     m_insert.bindInt64(m_next++, flag ? 1 : 0);
     return *this;
 }
 
-void ClassRowInserter::insertRow()
+void NewClassRows::addRow()
 {
     Q_ASSERT(m_next == m_insert.parameterCount() + 1);
     m_next = 1;

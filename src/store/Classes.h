@@ -33,19 +33,19 @@ private:
 // Stores whole class rows through one prepared statement. The values of a row are given
 // in the order of schema::classColumnNames(), package_name first. Its numbers are 16-bit
 // integers and flags, the very ranges classdef's checks allow, so the checks are skipped
-// while the inserter lives.
-class ClassRowInserter
+// while it lives.
+class NewClassRows
 {
 public:
-    explicit ClassRowInserter(Database& classDb);
+    explicit NewClassRows(Database& classDb);
 
-    ClassRowInserter& operator<<(const QString& text);
-    ClassRowInserter& operator<<(qint16 number);
-    ClassRowInserter& operator<<(bool flag);
+    NewClassRows& operator<<(const QString& text);
+    NewClassRows& operator<<(qint16 number);
+    NewClassRows& operator<<(bool flag);
     // A string literal would otherwise be taken as a flag.
-    ClassRowInserter& operator<<(const char*) = delete;
+    NewClassRows& operator<<(const char*) = delete;
     // Stores the row of the values given since the last one; every column must have one.
-    void insertRow();
+    void addRow();
 
 private:
     SkippedChecks m_skipped;

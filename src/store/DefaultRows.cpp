@@ -45,7 +45,7 @@ struct ExampleClass {
 };
 
 // In the order of classdef's columns.
-void insertExampleClass(ClassRowInserter& rows, const QString& config, const ExampleClass& c)
+void addExampleClass(NewClassRows& rows, const QString& config, const ExampleClass& c)
 {
     constexpr qint16 None = 0;
     rows << config << c.name << c.number << c.redSkin << c.blueSkin << c.model;
@@ -60,7 +60,7 @@ void insertExampleClass(ClassRowInserter& rows, const QString& config, const Exa
     rows << c.decoySkin;
     for (qint16 limit : c.ammo)
         rows << limit;
-    rows.insertRow();
+    rows.addRow();
 }
 
 const QStringList grenadeNames{QStringLiteral("None"), QStringLiteral("Hand Grenade"), QStringLiteral("Flash Grenade"),
@@ -103,7 +103,7 @@ void insertBits(Database& refDb, const QString& table, const QString& prefix, co
 
 } // namespace
 
-void insertDefaultReferenceRows(Database& refDb)
+void addDefaultReferenceRows(Database& refDb)
 {
     insertArmoury(refDb, QStringLiteral("weapon"), QStringLiteral("w"), weaponNames, weaponDamage, weaponSpeed);
     insertArmoury(refDb, QStringLiteral("grenade"), QStringLiteral("g"), grenadeNames, {}, {});
@@ -111,41 +111,41 @@ void insertDefaultReferenceRows(Database& refDb)
     insertBits(refDb, QStringLiteral("special"), QStringLiteral("s"), specialNames);
 }
 
-void insertExampleConfiguration(Database& classDb)
+void addExampleConfiguration(Database& classDb)
 {
     const QString name = QStringLiteral("Example");
     addConfiguration(classDb, name);
-    ClassRowInserter rows(classDb);
-    insertExampleClass(rows, name,
-                       {1,
-                        QStringLiteral("Scout"),
-                        QStringLiteral("male"),
-                        QStringLiteral("scout_r"),
-                        QStringLiteral("scout_b"),
-                        1,
-                        {2, 4},
-                        1,
-                        50,
-                        320,
-                        100,
-                        {0, 1},
-                        {1, 0, 1},
-                        {100, 20, 0, 5, 0, 0}});
-    insertExampleClass(rows, name,
-                       {2,
-                        QStringLiteral("Heavy"),
-                        QStringLiteral("cyborg"),
-                        QStringLiteral("heavy_r"),
-                        QStringLiteral("heavy_b"),
-                        0,
-                        {7, 5},
-                        1,
-                        200,
-                        240,
-                        150,
-                        {1, 0},
-                        {0, 1, 0},
-                        {200, 50, 25, 10, 100, 10}});
+    NewClassRows rows(classDb);
+    addExampleClass(rows, name,
+                    {1,
+                     QStringLiteral("Scout"),
+                     QStringLiteral("male"),
+                     QStringLiteral("scout_r"),
+                     QStringLiteral("scout_b"),
+                     1,
+                     {2, 4},
+                     1,
+                     50,
+                     320,
+                     100,
+                     {0, 1},
+                     {1, 0, 1},
+                     {100, 20, 0, 5, 0, 0}});
+    addExampleClass(rows, name,
+                    {2,
+                     QStringLiteral("Heavy"),
+                     QStringLiteral("cyborg"),
+                     QStringLiteral("heavy_r"),
+                     QStringLiteral("heavy_b"),
+                     0,
+                     {7, 5},
+                     1,
+                     200,
+                     240,
+                     150,
+                     {1, 0},
+                     {0, 1, 0},
+                     {200, 50, 25, 10, 100, 10}});
 }
 
 } // namespace tarn
