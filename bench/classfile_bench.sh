@@ -89,7 +89,7 @@ for classes in "${sizes[@]}"; do
 
   columns="$(sqlite3 "$base/tarn_dat.db" "select group_concat(name, ', ') from pragma_table_info('classdef') where name <> 'package_name'")"
   compare "Make Copy of $classes classes" "$fresh" "'$bench' copy '$work/run' Copy" \
-    "sqlite3 '$work/run/tarn_dat.db' \"begin; insert into package (package_name) values ('Copy'); insert into classdef (package_name, $columns) select 'Copy', $columns from classdef where package_name = 'Bench' order by rowid; commit;\""
+    "sqlite3 '$work/run/tarn_dat.db' \"begin; insert into package (package_name) values ('Copy'); insert into classdef (package_name, $columns) select 'Copy', $columns from classdef where package_name = 'Bench'; commit;\""
   compare "delete $classes classes" "$fresh" "'$bench' delete '$work/run'" \
     "sqlite3 '$work/run/tarn_dat.db' \"begin; delete from package where package_name = 'Bench'; delete from classdef where package_name = 'Bench'; commit;\""
 done

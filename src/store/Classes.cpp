@@ -116,7 +116,7 @@ void copyClassRows(Database& classDb, const QString& source, const QString& newN
     // SQLite reads the whole source set before it inserts, so rows added here are never copied again.
     classDb
         .prepare(QStringLiteral("insert into classdef (package_name, %1) select ?, %1 from classdef "
-                                "where package_name = ? order by rowid")
+                                "where package_name = ?")
                      .arg(list))
         .run({newName, source});
 }

@@ -64,7 +64,8 @@ std::optional<qint64> highestClassNumber(Database& classDb, const QString& confi
 std::vector<qint64> classRowIds(Database& classDb, const QString& config, qint64 number);
 
 // Copies every class of the source configuration under the new name, all columns as
-// stored, in the order they were stored.
+// stored, in the order the engine reads them. Asking for the stored order would make it
+// sort every row first, a third of the copy's work.
 void copyClassRows(Database& classDb, const QString& source, const QString& newName);
 
 // Writes some columns of class rows: only those given, each statement prepared once for
