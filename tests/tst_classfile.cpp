@@ -363,10 +363,18 @@ private slots:
     {
         m_data->refDb().exec("update weapon set kd_enabled = 0 where w_id = 5; update grenade set kd_enabled = 0");
         insertClass(db(), "Track", 1, {{"w2", 4}, {"w5", 5}, {"g1", 99}, {"g2", 3}});
+        // Rows whose tracking changes other columns, then the first row's again.
+        QVariantMap onlyW5Changes{{"w5", 5}, {"g1", 1}, {"g2", 2}};
+        for (int slot : {2, 3, 4, 6, 7, 8, 9, 10})
+            onlyW5Changes.insert(QStringLiteral("w%1").arg(slot), slot);
+        insertClass(db(), "Track", 2, onlyW5Changes);
+        insertClass(db(), "Track", 3, {{"w2", 4}, {"w5", 5}, {"g1", 99}, {"g2", 3}});
         const QByteArrayList lines = exportedLines("Track");
         QCOMPARE(lines[5], "1 4 0 0 0 0 0 0 0 0");
         QCOMPARE(lines[6], "99 3 ");
         QCOMPARE(slotsOf("Track", 1), "4|0|99|3");
+        QCOMPARE(slotsOf("Track", 2), "2|0|1|2");
+        QCOMPARE(slotsOf("Track", 3), "4|0|99|3");
     }
 
     void configurationWithoutClassesGivesTheHeaderOnly()

@@ -6,6 +6,7 @@
 #include "StoreError.h"
 
 #include <QStringList>
+#include <algorithm>
 
 namespace tarn
 {
@@ -127,18 +128,30 @@ ClassColumnWriter::~ClassColumnWriter() = default;
 
 void ClassColumnWriter::write(qint64 rowId, const std::vector<Change>& changes)
 {
-    QStringList columns;
-    QVariantList values;
-    for (const auto& [column, value] : changes) {
-        columns << column;
-        values << value;
-    }
-    const QString key = columns.join(u',');
+    Q_ASSERT(!changes.empty());
+    Statement& update = statementFor(changes);
+    int index = 1;
+    for (const auto& [column, value] : changes)
+        update.bind(index++, value);
+    update.bindInt64(index, rowId);
+    update.step();
+    update.reset();
+}
+
+Statement& ClassColumnWriter::statementFor(const std::vector<Change>& changes)
+{
+    // Rows in a run mostly change the same slots, so the last statement is tried first.
+    if (m_last && std::ranges::equal(m_lastColumns, changes, {}, {}, &Change::first))
+        return *m_last;
+    m_lastColumns.clear();
+    for (const auto& change : changes)
+        m_lastColumns << change.first;
+    const QString key = m_lastColumns.join(u',');
     auto update = m_updates.find(key);
     if (update == m_updates.end())
-        update = m_updates.emplace(key, m_classDb.prepare(updateSql(columns))).first;
-    values << rowId;
-    update->second.run(values);
+        update = m_updates.emplace(key, m_classDb.prepare(updateSql(m_lastColumns))).first;
+    m_last = &update->second;
+    return *m_last;
 }
 
 } // namespace tarn

@@ -3,6 +3,7 @@
 #include "Statement.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <map>
 #include <optional>
@@ -80,11 +81,16 @@ public:
     ClassColumnWriter& operator=(const ClassColumnWriter&) = delete;
     ~ClassColumnWriter();
 
+    // Writes the changes, at least one, into the row.
     void write(qint64 rowId, const std::vector<Change>& changes);
 
 private:
+    Statement& statementFor(const std::vector<Change>& changes);
+
     Database& m_classDb;
     std::map<QString, Statement> m_updates; // by the columns they set
+    QStringList m_lastColumns;              // those of the last statement used
+    Statement* m_last = nullptr;
 };
 
 } // namespace tarn
