@@ -128,8 +128,8 @@ void addExampleConfiguration(Database& classDb)
                      50,
                      320,
                      100,
-                     {0, 1},
-                     {1, 0, 1},
+                     {false, true},
+                     {true, false, true},
                      {100, 20, 0, 5, 0, 0}});
     addExampleClass(rows, name,
                     {2,
@@ -143,8 +143,8 @@ void addExampleConfiguration(Database& classDb)
                      200,
                      240,
                      150,
-                     {1, 0},
-                     {0, 1, 0},
+                     {true, false},
+                     {false, true, false},
                      {200, 50, 25, 10, 100, 10}});
 }
 
