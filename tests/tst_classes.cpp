@@ -16,7 +16,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
-#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -24,9 +23,6 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
-#include <sys/stat.h>
-#include <sys/sysmacros.h>
-#include <unistd.h>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -620,20 +616,6 @@ private slots:
         QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner")); // still on the class to correct
         save("mnuSaveUnprotected", target());
         QVERIFY(readFile(target()).contains("gunn\xe9r"));
-    }
-
-    // A device that is full (the one /dev/full is, made in our own folder) is written
-    // into, not replaced, and its failure is told with the system's reason.
-    void failedWriteIsTold()
-    {
-        if (::geteuid() != 0)
-            QSKIP("a device node of our own needs root");
-        openTestSet();
-        const QString full = f->data.path(QStringLiteral("full"));
-        QCOMPARE(::mknod(QFile::encodeName(full).constData(), S_IFCHR | 0600, makedev(1, 7)), 0);
-        save("mnuSaveUnprotected", full);
-        QCOMPARE(f->dialogs.messages, QStringList{"Cannot write " + full + ": No space left on device"});
-        QVERIFY(!QFileInfo(full).isFile());
     }
 };
 
