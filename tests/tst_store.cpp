@@ -204,23 +204,6 @@ private slots:
         QCOMPARE(stored(data, count), before);
     }
 
-    void refusedTextIsNamedAndStaysInItsBox()
-    {
-        TempData data;
-        ItemForm form(data.refDb(), m_dialogs);
-        form.id->setFocus();
-        form.id->selectAll();
-        QTest::keyClicks(form.id, QStringLiteral("4294967296"));
-        QVERIFY(!form.control->moveNext());
-        QCOMPARE(m_dialogs.messages, QStringList{"Item ID cannot be \"4294967296\": it must be a whole number from "
-                                                 "-2147483648 to 2147483647."});
-        QCOMPARE(form.id->text(), QStringLiteral("4294967296"));
-        QCOMPARE(stored(data, "select count(*) from item where i_id = 1"), QStringLiteral("1"));
-        form.id->setText(QStringLiteral("512"));
-        QVERIFY(form.control->moveNext());
-        QCOMPARE(stored(data, "select i_name from item where i_id = 512"), QStringLiteral("Power Screen"));
-    }
-
     void storeRefusalIsShownAndTheRowKept()
     {
         TempData data;
