@@ -245,7 +245,6 @@ private slots:
         QListWidget* list = f->list();
         list->setFocus(Qt::TabFocusReason);
         QVERIFY(list->selectedItems().isEmpty());
-        qDebug() << list->geometry() << list->visualItemRect(list->item(0)) << list->currentRow();
         if (key == "double-click") {
             // As the window system delivers it: a click, then the second press as a double-click.
             const QPoint entry = list->visualItemRect(list->item(0)).center();
