@@ -23,9 +23,10 @@ Database::Database(const QString& path, Open how, std::chrono::milliseconds busy
     }
     sqlite3_busy_timeout(m_db, int(std::min<qint64>(busyWait.count(), std::numeric_limits<int>::max())));
     sqlite3_extended_result_codes(m_db, 1);
-    // Freed space is zeroed only on pages that are written anyway. The stores hold mod
-    // definitions, nothing to hide, and zeroing every freed page doubled a delete's writes.
-    exec(QStringLiteral("PRAGMA secure_delete = FAST"));
+    // Freed space is left as it was. The stores hold mod definitions, nothing to hide, and
+    // the system's library may be built to zero every freed page, which doubled a delete's
+    // writes.
+    exec(QStringLiteral("PRAGMA secure_delete = OFF"));
 }
 
 Database::~Database()
