@@ -135,7 +135,7 @@ void ClassColumnWriter::write(qint64 rowId, const std::vector<Change>& changes)
         update.bind(index++, value);
     update.bindInt64(index, rowId);
     update.step();
-    update.reset();
+    update.rewind(); // every parameter is bound anew on the next write
 }
 
 Statement& ClassColumnWriter::statementFor(const std::vector<Change>& changes)

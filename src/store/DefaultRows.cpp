@@ -29,7 +29,7 @@ const QStringList weaponNames{QStringLiteral("None"),
 // Damage and speed of each weapon above, in the same order.
 const QStringList weaponDamage{"0", "15", "4", "6", "8", "6", "120", "100", "15", "100", "200"};
 const QStringList weaponSpeed{"0", "1000", "1", "1", "10", "20", "600", "650", "1000", "0", "400"};
-constexpr int BlasterId = 1;
+constexpr qint16 BlasterId = 1;
 
 // A class of the example configuration; slots, items and abilities not named hold 0.
 struct ExampleClass {
@@ -49,7 +49,7 @@ void addExampleClass(NewClassRows& rows, const QString& config, const ExampleCla
 {
     constexpr qint16 None = 0;
     rows << config << c.name << c.number << c.redSkin << c.blueSkin << c.model;
-    rows << qint16(BlasterId) << c.weapons[0] << c.weapons[1];
+    rows << BlasterId << c.weapons[0] << c.weapons[1];
     for (int slot = 4; slot <= 10; ++slot)
         rows << None;
     rows << c.grenade << None << None << c.speed << c.health << c.armor;
