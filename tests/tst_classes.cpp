@@ -3,6 +3,7 @@
 #include "classes/ClassBindings.h"
 #include "classes/frmClasses.h"
 #include "config/frmConfig.h"
+#include "core/AppState.h"
 #include "store/Configurations.h"
 #include "store/Database.h"
 #include "store/Schema.h"
@@ -13,6 +14,7 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
@@ -374,6 +376,66 @@ private slots:
         QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text(), shown);
         QCOMPARE(f->dialogs.messages, message.isEmpty() ? QStringList{} : QStringList{message});
         QCOMPARE(f->column(Config, 1, "class_name").toString(), message.isEmpty() ? "edited" : "C1");
+    }
+
+    // With another program holding the store, a move is refused with the reason and the
+    // editor stays on its class; once the store is free the same move works.
+    void aMoveTheStoreCannotServeIsRefusedAndWorksLater()
+    {
+        f->data.state = AppState::open(f->data.dir.path(), std::chrono::milliseconds(50));
+        f->addConfig(Config, {1, 2, 3});
+        f->open(Config);
+        QVERIFY(f->nav().storeChanges()); // the slots the pickers tracked: the move has nothing to store
+        Database other(f->data.path("tarn_dat.db"), Database::Open::Existing);
+        other.exec("BEGIN EXCLUSIVE");
+        f->editor->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f->editor.get()));
+        QTest::keySequence(f->editor.get(), QKeySequence(Qt::CTRL | Qt::Key_PageDown));
+        QCOMPARE(f->dialogs.messages.size(), 1);
+        QVERIFY2(f->dialogs.messages.first().contains("is busy"), qPrintable(f->dialogs.messages.first()));
+        QVERIFY(f->editor->isVisible());
+        QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text(), "C1|Class 1 of 3");
+        other.exec("COMMIT");
+        QTest::keySequence(f->editor.get(), QKeySequence(Qt::CTRL | Qt::Key_PageDown));
+        QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text(), "C2|Class 2 of 3");
+    }
+
+    // The navigator's keys work from a text box, where the author's focus is; Esc in an
+    // open list closes only the list.
+    void keysDoWhatTheySayFromAnywhere_data()
+    {
+        QTest::addColumn<QString>("focus"); // a box, or a picker whose list is open
+        QTest::addColumn<QStringList>("keys");
+        QTest::addColumn<QString>("shown"); // the position afterwards, or "closed"
+        QTest::newRow("Ctrl+End in a text box") << "fldModel" << QStringList{"Ctrl+End"} << "Class 3 of 3";
+        QTest::newRow("Ctrl+Home in a text box")
+            << "fldModel" << QStringList{"Ctrl+End", "Ctrl+Home"} << "Class 1 of 3";
+        QTest::newRow("Esc in a text box") << "fldModel" << QStringList{"Esc"} << "closed";
+        QTest::newRow("Esc in an open list") << "w3" << QStringList{"Esc"} << "Class 1 of 3";
+        QTest::newRow("Esc twice") << "w3" << QStringList{"Esc", "Esc"} << "closed";
+    }
+    void keysDoWhatTheySayFromAnywhere()
+    {
+        QFETCH(QString, focus);
+        QFETCH(QStringList, keys);
+        QFETCH(QString, shown);
+        f->addConfig(Config, {1, 2, 3});
+        f->open(Config);
+        f->editor->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f->editor.get()));
+        QWidget* target = f->control(focus);
+        target->setFocus();
+        if (auto* picker = qobject_cast<QComboBox*>(target)) {
+            picker->showPopup();
+            QTRY_VERIFY(QApplication::activePopupWidget());
+        }
+        for (const QString& key : keys) { // as the window system delivers them
+            const QKeyCombination combination = QKeySequence(key)[0];
+            QTest::keyClick(QApplication::activePopupWidget() ? QApplication::activePopupWidget()->windowHandle()
+                                                              : f->editor->windowHandle(),
+                            combination.key(), combination.keyboardModifiers());
+        }
+        QCOMPARE(f->editor->isVisible() ? f->control<QLabel>("lblPosition")->text() : "closed", shown);
     }
 
     void aNumberBoxRefusesWhatItsColumnCannotHold_data()

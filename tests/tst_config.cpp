@@ -439,6 +439,11 @@ private slots:
         QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Copy One")), 2);
         QVERIFY(f->data.state->currentConfig.isEmpty());
         QVERIFY(!f->dialogs.busy);
+        // The status tells of the last command only: the next one clears it as it starts.
+        f->select(QStringLiteral("Copy One"));
+        f->dialogs.confirmAnswers << false;
+        f->click("btDelete");
+        QCOMPARE(f->window->statusBar()->currentMessage(), QString());
     }
 
     // The bad line is read unprotected, as every line is.

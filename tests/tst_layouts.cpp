@@ -5,6 +5,7 @@
 #include "support/ScriptedDialogs.h"
 #include "support/TestSupport.h"
 #include "toolkit/DataControl.h"
+#include "toolkit/QtDialogs.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -14,7 +15,12 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
+#include <QTextDocument>
+#include <QTimer>
+#include <cmath>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -82,16 +88,68 @@ QString cutCaption(const QWidget& control)
     return {};
 }
 
-// The named controls Tab reaches from the window's first, in turn.
+// The controls Tab reaches from the window's first, in turn, by name (or what a screen
+// reader calls them); the parts of a picker count as the picker.
 QStringList tabOrder(QWidget& window)
 {
     QStringList order;
     for (QWidget* w = window.nextInFocusChain(); w != &window; w = w->nextInFocusChain()) {
-        const bool named = !w->objectName().isEmpty() && !w->objectName().startsWith(QLatin1String("qt_"));
-        if (named && (w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(&window) && w->isEnabled())
-            order << w->objectName();
+        const bool part = qobject_cast<const QComboBox*>(w->parentWidget());
+        if (!part && (w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(&window) && w->isEnabled())
+            order << (w->objectName().isEmpty() ? w->accessibleName() : w->objectName());
     }
     return order;
+}
+
+// What a label or a caption shows of its text: markup as rendered, access-key marks taken out.
+QString shownText(const QWidget& control)
+{
+    const auto withoutAccessKeys = [](const QString& text) {
+        QString shown;
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            if (text[i] != u'&')
+                shown += text[i];
+            else if (i + 1 < text.size() && text[i + 1] == u'&')
+                shown += text[++i];
+        }
+        return shown;
+    };
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&control))
+        return withoutAccessKeys(button->text());
+    const auto& label = static_cast<const QLabel&>(control);
+    const Qt::TextFormat format = label.textFormat();
+    if (format == Qt::RichText || (format == Qt::AutoText && Qt::mightBeRichText(label.text()))) {
+        QTextDocument document;
+        document.setHtml(label.text());
+        return document.toPlainText();
+    }
+    return label.buddy() ? withoutAccessKeys(label.text()) : label.text();
+}
+
+// The texts of every label of the dialog that opens while the command runs, which closes it.
+QStringList labelsOfDialog(const std::function<void()>& command)
+{
+    QStringList texts;
+    QTimer::singleShot(0, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        const auto labels = dialog->findChildren<QLabel*>();
+        for (const QLabel* label : labels)
+            texts << shownText(*label);
+        dialog->close();
+    });
+    command();
+    return texts;
+}
+
+// The contrast of two colours as the accessibility guidelines reckon it, from 1 to 21.
+double contrast(const QColor& a, const QColor& b)
+{
+    const auto luminance = [](const QColor& c) {
+        const auto linear = [](double v) { return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+        return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
+    };
+    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 QStringList numbered(const QString& name, int first, int last)
@@ -157,6 +215,136 @@ private slots:
                          qPrintable(a->objectName() + " overlaps " + b->objectName()));
             }
         }
+    }
+
+    // The class editor keeps its arrangement whatever class is on show and however long
+    // the configuration's name: nothing moves, and no scroll bar comes or goes.
+    void classEditorStaysPut_data()
+    {
+        QTest::addColumn<QString>("config");
+        QTest::addColumn<bool>("walkToTheLast");
+        QTest::newRow("walking to class 120 of 120") << "C" << true;
+        QTest::newRow("a name of 55 characters") << QString(55, u'W') << false;
+    }
+    void classEditorStaysPut()
+    {
+        QFETCH(QString, config);
+        QFETCH(bool, walkToTheLast);
+        TempData data;
+        ScriptedDialogs dialogs;
+        for (const QString& name : {QStringLiteral("C"), config}) {
+            for (int number = 1; number <= 120; ++number)
+                insertClass(data.classDb(), name, number);
+        }
+        QStringList wholeNames; // Label31's tooltip and accessible name
+        const auto arrangement = [&](const QString& name, bool last) {
+            data.state->currentConfig = name;
+            frmClasses editor(*data.state, dialogs);
+            editor.show();
+            if (last)
+                editor.findChild<DataControl*>("dbClassDef")->moveLast();
+            QApplication::sendPostedEvents(); // the layouts settle
+            QStringList places;
+            for (const QWidget* control : visibleControls(editor))
+                places << control->objectName() + u'@' + QString::number(placeIn(editor, *control).x());
+            for (const QScrollBar* bar : editor.findChildren<QScrollBar*>())
+                places << (bar->isVisible() ? "scroll bar shown" : "no scroll bar");
+            const auto* shownName = editor.findChild<QLabel*>("Label31");
+            wholeNames << shownName->toolTip() + u'|' + shownName->accessibleName();
+            return places;
+        };
+        const QStringList before = arrangement("C", false);
+        QCOMPARE(arrangement(config, walkToTheLast), before);
+        QCOMPARE(wholeNames, QStringList({"C|C", config + u'|' + config})); // at hand, however narrow the label
+    }
+
+    // On a screen wide enough for the class editor but too short for it, the editor
+    // scrolls down only: room for the vertical scroll bar is kept beside the content, which
+    // keeps the width it asks for.
+    void aTallEditorScrollsOnlyDownwards()
+    {
+        TempData data;
+        ScriptedDialogs dialogs;
+        const std::unique_ptr<QWidget> editor = open(Window::Classes, *data.state, dialogs);
+        editor->show();
+        QVERIFY(QTest::qWaitForWindowExposed(editor.get()));
+        const auto* area = editor->findChild<QScrollArea*>();
+        QVERIFY(area->verticalScrollBar()->isVisible());
+        QVERIFY(!area->horizontalScrollBar()->isVisible());
+        QCOMPARE(area->widget()->width(), area->widget()->sizeHint().width()); // nothing squeezed
+    }
+
+    // The bold blue notes and headings stay blue and read well on a light and on a dark palette.
+    void blueLabelsReadOnEveryPalette_data()
+    {
+        QTest::addColumn<QColor>("window");
+        QTest::addColumn<QColor>("text");
+        QTest::newRow("light") << QColor(0xef, 0xef, 0xef) << QColor(Qt::black);
+        QTest::newRow("dark") << QColor(0x35, 0x35, 0x35) << QColor(0xe0, 0xe0, 0xe0);
+    }
+    void blueLabelsReadOnEveryPalette()
+    {
+        QFETCH(QColor, window);
+        QFETCH(QColor, text);
+        const QPalette before = QApplication::palette();
+        QPalette palette = before;
+        palette.setColor(QPalette::Window, window);
+        palette.setColor(QPalette::WindowText, text);
+        QApplication::setPalette(palette);
+        TempData data;
+        ScriptedDialogs dialogs;
+        const auto main = open(Window::Config, *data.state, dialogs);
+        const auto editor = open(Window::Classes, *data.state, dialogs);
+        QApplication::setPalette(before);
+        for (QLabel* label : {main->findChild<QLabel*>("Label1"), editor->findChild<QLabel*>("Label31"),
+                              editor->findChild<QLabel*>("Label32")}) {
+            label->ensurePolished();
+            const QColor blue = label->palette().color(QPalette::WindowText);
+            QVERIFY2(blue.hueF() > 0.55 && blue.hueF() < 0.7, qPrintable(label->objectName() + " " + blue.name()));
+            QVERIFY2(contrast(blue, window) >= 4.5, qPrintable(label->objectName() + " " + blue.name()));
+        }
+    }
+
+    // "Bit Calculator:" is a heading larger than the rest, at any font size.
+    void calculatorHeadingIsLargerThanTheRest()
+    {
+        TempData data;
+        ScriptedDialogs dialogs;
+        const auto items = open(Window::Items, *data.state, dialogs);
+        QVERIFY(items->findChild<QLabel*>("Label4")->font().pointSizeF() >
+                items->findChild<QLabel*>("Label8")->font().pointSizeF());
+    }
+
+    // A name, a Mod ID or a line of a file is shown as it stands, never as markup or with
+    // its '&' taken for an access key.
+    void authorsTextIsShownAsItStands_data()
+    {
+        QTest::addColumn<QString>("place");
+        for (const char* place : {"message", "question", "input prompt", "configuration name", "item caption"})
+            QTest::newRow(place) << place;
+    }
+    void authorsTextIsShownAsItStands()
+    {
+        QFETCH(QString, place);
+        const QString text = QStringLiteral("<b>Bold</b> & <i>x</i>");
+        QtDialogs real;
+        QStringList shown;
+        if (place == "message")
+            shown = labelsOfDialog([&] { real.message(nullptr, text); });
+        else if (place == "question")
+            shown = labelsOfDialog([&] { real.confirm(nullptr, text, "Delete Confirmation"); });
+        else if (place == "input prompt")
+            shown = labelsOfDialog([&] { real.inputBox(nullptr, text, "Mod ID"); });
+        else {
+            TempData data;
+            ScriptedDialogs dialogs;
+            setReferenceRows(data.refDb(), "item", {{1, text}});
+            insertClass(data.classDb(), text, 1);
+            data.state->currentConfig = text;
+            frmClasses editor(*data.state, dialogs);
+            shown << shownText(*editor.findChild<QWidget*>(place == "item caption" ? "Check1_0" : "Label31"));
+        }
+        QVERIFY2(shown.contains(text), qPrintable(shown.join(u'|')));
     }
 
     // Laid out or not, Tab visits the controls in the order each window always had.

@@ -4,10 +4,11 @@
 #include "core/AppState.h"
 #include "store/Classes.h"
 #include "store/Statements.h"
-#include "store/StoreError.h"
 #include "toolkit/AppIcon.h"
 #include "toolkit/Dialogs.h"
+#include "toolkit/Emphasis.h"
 #include "toolkit/Guarded.h"
+#include "toolkit/LiteralText.h"
 #include "toolkit/StatusBar.h"
 #include "toolkit/SystemNames.h"
 #include "toolkit/TextSizes.h"
@@ -34,14 +35,6 @@ QString defaultClassName(int number)
     return QStringLiteral("Class #") + (number < 0 ? QString() : QStringLiteral(" ")) + QString::number(number);
 }
 
-template <typename Step> void ignoringStoreErrors(Step step)
-{
-    try {
-        step();
-    } catch (const StoreError&) {
-    }
-}
-
 } // namespace
 
 frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
@@ -57,8 +50,11 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     goTo->setObjectName(QStringLiteral("actGoToClass"));
     goTo->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_G));
     addAction(goTo);
+    clearStatusOnEveryCommand(*this);
     connect(goTo, &QAction::triggered, this, [this] { guarded(m_dialogs, this, [this] { goToClass(); }); });
     gatherControls();
+    showInBlue(*ui->Label31);
+    showInBlue(*ui->Label32);
     ui->dbClassDef->setCaption(QStringLiteral("Class Def"));
     ui->dbClassDef->setDialogs(dialogs);
     bindClassControls(*this, *ui->dbClassDef);
@@ -129,7 +125,7 @@ void frmClasses::fillBoxes(const std::vector<BoxEntry>& entries, std::span<QChec
         box->setVisible(filled);
         box->setProperty("Tag", filled ? QString::number(entries[i].id) : QStringLiteral("0"));
         if (filled) {
-            box->setText(entries[i].name);
+            showLiteral(*box, entries[i].name);
             ui->dbClassDef->setBoundEnabled(box, entries[i].enabled);
         }
     }
@@ -170,15 +166,15 @@ void frmClasses::Command1_Click()
 
 // No question is asked; edits waiting on the class go with it. The neighbouring class
 // is made current first, so its slots are tracked, and the move to the first class
-// stores what the tracking changed. A failure of either move is passed over. Once the
+// stores what the tracking changed. A failed move is told and the delete goes on. Once the
 // last class is gone no control is cleared: they keep what they showed, disabled.
 void frmClasses::deleteClass()
 {
     DataControl& data = *ui->dbClassDef;
     data.deleteCurrent(); // a second click on an empty set deletes nothing and repeats the advice
     if (data.recordCount() != 0) {
-        ignoringStoreErrors([&] { data.moveNext(); }); // past the end this is the last class
-        ignoringStoreErrors([&] { data.moveFirst(); });
+        if (data.moveNext()) // past the end this is the last class
+            data.moveFirst();
         return;
     }
     setPickersEnabled(false);

@@ -7,6 +7,7 @@
 #include "classfile/ExportCommand.h"
 #include "core/AppState.h"
 #include "toolkit/Dialogs.h"
+#include "toolkit/Guarded.h"
 #include "ui_frmClasses.h"
 
 namespace tarn
@@ -40,13 +41,14 @@ void frmClasses::DoSave()
                                                                          .modId = m_state.modId,
                                                                          .protectOutput = m_state.protectOutput,
                                                                          .target = file});
-    if (!error) {
-        ui->dbClassDef->refresh();
-        statusBar()->showMessage(exportedStatus(ui->dbClassDef->recordCount(), file));
-    }
-    m_dialogs.setBusy(false);
-    if (error)
+    if (error) {
+        m_dialogs.setBusy(false);
         m_dialogs.message(this, *error);
+        return;
+    }
+    statusBar()->showMessage(exportedStatus(ui->dbClassDef->recordCount(), file));
+    guarded(m_dialogs, this, [this] { ui->dbClassDef->refresh(); });
+    m_dialogs.setBusy(false);
 }
 
 } // namespace tarn

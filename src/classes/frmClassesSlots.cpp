@@ -80,14 +80,15 @@ void frmClasses::Picker_Click(const Slot& slot)
         slot.hidden->setText(QString::number(*id));
 }
 
-// "Class 3 of 120" beside the navigator, whose own caption stays as it is.
+// "Class 3 of 120" beside the navigator, whose own caption stays as it is. Its width is
+// that of the last class's, so walking through the set moves nothing on the window.
 void frmClasses::showPosition()
 {
     const DataControl& data = *ui->dbClassDef;
-    ui->lblPosition->setText(
-        data.currentPosition() < 0
-            ? QString()
-            : QStringLiteral("Class %1 of %2").arg(data.currentPosition() + 1).arg(data.recordCount()));
+    const auto position = [](int number, int count) { return QStringLiteral("Class %1 of %2").arg(number).arg(count); };
+    QLabel& label = *ui->lblPosition;
+    label.setMinimumWidth(label.fontMetrics().horizontalAdvance(position(data.recordCount(), data.recordCount())));
+    label.setText(data.currentPosition() < 0 ? QString() : position(data.currentPosition() + 1, data.recordCount()));
 }
 
 void frmClasses::setPickersEnabled(bool enabled)

@@ -9,6 +9,7 @@
 #include "store/Configurations.h"
 #include "toolkit/AppIcon.h"
 #include "toolkit/Dialogs.h"
+#include "toolkit/Emphasis.h"
 #include "toolkit/Guarded.h"
 #include "toolkit/StatusBar.h"
 #include "toolkit/SystemNames.h"
@@ -36,6 +37,8 @@ frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
     setSizeInCharacters(*ui->classlist, 38, 13);
     for (QPushButton* button : {ui->btNew, ui->btDelete, ui->btEdit, ui->btCopy, ui->btImport})
         setWidthInCharacters(*button, 19);
+    showInBlue(*ui->Label1);
+    clearStatusOnEveryCommand(*this);
     connectHandlers();
     publishSystemNames(*this);
     WindowMemory(m_state.windowSettingsFile).restore(*this);

@@ -3,6 +3,7 @@
 #include "BitNumbers.h"
 #include "toolkit/DataControl.h"
 #include "toolkit/Dialogs.h"
+#include "toolkit/Emphasis.h"
 #include "toolkit/SystemNames.h"
 #include "toolkit/TextSizes.h"
 #include "ui_frmBitTable.h"
@@ -20,6 +21,7 @@ frmBitTable::frmBitTable(const ReferenceLayout& layout, AppState& state, Dialogs
     for (QLineEdit* box : {ui->Text5, ui->fldCalcBit, ui->fldBitNum})
         setWidthInCharacters(*box, 6);
     setWidthInCharacters(*ui->fldResult, 12);
+    makeLargerHeading(*ui->Label4);
     attach({ui->dataControl,
             ui->Command1,
             ui->Command2,

@@ -42,11 +42,12 @@ Recordset::Recordset(Database& db, const RecordSource& source, QVariantList para
 
 void Recordset::requery()
 {
-    Statement ids = m_db.prepare(m_idSql);
-    ids.bindAll(m_params);
-    m_ids.clear();
-    while (ids.step())
-        m_ids.push_back(ids.int64(0));
+    Statement statement = m_db.prepare(m_idSql);
+    statement.bindAll(m_params);
+    std::vector<qint64> ids; // the set stays as it was when the store can't be read
+    while (statement.step())
+        ids.push_back(statement.int64(0));
+    m_ids = std::move(ids);
     m_noCurrent = false;
     m_position = 0; // the first row, or EOF on an empty set
 }
@@ -75,6 +76,12 @@ void Recordset::moveTo(int position)
 {
     m_noCurrent = false;
     m_position = std::clamp(position, 0, qMax(recordCount() - 1, 0));
+}
+
+void Recordset::moveBack(Place place)
+{
+    m_position = place.position;
+    m_noCurrent = place.noCurrent;
 }
 
 std::optional<int> Recordset::positionOf(qint64 rowId) const

@@ -43,6 +43,13 @@ public:
     void movePrevious();
     // Makes the row of the given position current, from 0.
     void moveTo(int position);
+    // Where the set stands, to go back to when the row a move came to cannot be read.
+    struct Place {
+        int position;
+        bool noCurrent;
+    };
+    Place place() const { return {m_position, m_noCurrent}; }
+    void moveBack(Place place);
     // The first position in the set of a row of the table, by its rowid.
     std::optional<int> positionOf(qint64 rowId) const;
 

@@ -1,12 +1,14 @@
 #include "DataControl.h"
 
 #include "Dialogs.h"
+#include "LiteralText.h"
 #include "store/Schema.h"
 #include "store/StoreError.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
@@ -48,13 +50,31 @@ struct DataControl::Binding {
 namespace
 {
 
+// A bound label shows its column as stored; the whole of it is its tooltip and accessible
+// name too, for a label too narrow to show it all.
+void showLabelValue(QLabel& label, const QString& value)
+{
+    showLiteral(label, value);
+    label.setToolTip(value);
+    label.setAccessibleName(value);
+}
+
+// Ctrl+Home and Ctrl+End, which a text box would otherwise take for itself.
+bool isBoxNavigatorKey(const QEvent& event)
+{
+    if (event.type() != QEvent::ShortcutOverride)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.modifiers() == Qt::ControlModifier && (key.key() == Qt::Key_Home || key.key() == Qt::Key_End);
+}
+
 QToolButton* navigatorButton(QWidget* parent, const QString& text, const QString& name, const QKeySequence& key)
 {
     auto* button = new QToolButton(parent);
     button->setText(text);
     button->setAccessibleName(name);
     button->setToolTip(QStringLiteral("%1 (%2)").arg(name, key.toString(QKeySequence::NativeText)));
-    button->setFocusPolicy(Qt::TabFocus);
+    button->setFocusPolicy(Qt::NoFocus); // the window's Tab order ends at its own buttons; the keys move
     button->setAutoRaise(false);
     return button;
 }
@@ -147,7 +167,20 @@ void DataControl::open(Database& db, const RecordSource& source, const QVariantL
         qFatal("DataControl %s was opened before its window gave it Dialogs", qPrintable(objectName()));
     m_recordset = std::make_unique<Recordset>(db, source, params);
     m_pendingNew = false;
+    const auto boxes = window()->findChildren<QLineEdit*>();
+    for (QLineEdit* box : boxes)
+        box->installEventFilter(this);
     showCurrentRow();
+}
+
+// The navigator's keys move it from anywhere in the window, a text box included.
+bool DataControl::eventFilter(QObject* watched, QEvent* event)
+{
+    if (isBoxNavigatorKey(*event)) {
+        event->ignore(); // not taken by the box, so the window's shortcut runs
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void DataControl::addRow(const QVariantMap& values)
@@ -195,15 +228,31 @@ bool DataControl::moveTo(int position)
     return move(Move::To);
 }
 
+// Every move, by the navigator, its keys or code, comes here: a store that cannot be read
+// now (another program holds it) refuses the move with its reason, and the row on show
+// stays current, so the same move works once the store is free.
 bool DataControl::move(Move where)
 {
     if (!m_recordset || !storeChanges())
         return false;
     Recordset& rs = *m_recordset;
-    if (rs.isEmpty()) {
+    const Recordset::Place before = rs.place();
+    try {
+        step(where);
         showCurrentRow();
-        return true;
+    } catch (const StoreError& error) {
+        rs.moveBack(before);
+        refuse(error.message(), nullptr);
+        return false;
     }
+    return true;
+}
+
+void DataControl::step(Move where)
+{
+    Recordset& rs = *m_recordset;
+    if (rs.isEmpty())
+        return;
     const bool lost = !rs.hasCurrent();
     switch (where) {
     case Move::First:
@@ -226,8 +275,6 @@ bool DataControl::move(Move where)
     }
     if (!rs.hasCurrent())
         rs.moveLast();
-    showCurrentRow();
-    return true;
 }
 
 bool DataControl::addNew()
@@ -364,7 +411,7 @@ void DataControl::showCurrentRow()
         const QVariant value = row.value(binding->column.toLower());
         binding->dispatch([&](QLineEdit* box) { box->setText(textFromColumnValue(value)); },
                           [&](QCheckBox* box) { box->setChecked(!value.isNull() && value.toLongLong() == 1); },
-                          [&](QLabel* label) { label->setText(textFromColumnValue(value)); });
+                          [&](QLabel* label) { showLabelValue(*label, textFromColumnValue(value)); });
     }
     m_loading = false;
     clearChanges();
@@ -379,7 +426,7 @@ void DataControl::showBlank()
         binding->dispatch([](QLineEdit* box) { box->clear(); }, [](QCheckBox* box) { box->setChecked(false); },
                           [this](QLabel* label) {
                               if (!m_pendingNew) // a new row keeps the label of the rows it joins
-                                  label->clear();
+                                  showLabelValue(*label, {});
                           });
     }
     m_loading = false;

@@ -82,11 +82,15 @@ public:
 signals:
     void reposition();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     struct Binding;
     enum class Move { First, Previous, Next, Last, To };
 
     bool move(Move where);
+    void step(Move where);
     void showCurrentRow();
     void showBlank();
     void applyEnabledState();

@@ -1,11 +1,13 @@
 #include "QtDialogs.h"
 
+#include "LiteralText.h"
 #include "ModalWindow.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QRegularExpression>
 
@@ -37,20 +39,25 @@ const QString ExportDialog = QStringLiteral("export");
 
 QString QtDialogs::inputBox(QWidget* parent, const QString& prompt, const QString& title)
 {
-    bool ok = false;
-    const QString answer = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, QString(), &ok);
-    return ok ? answer : QString();
+    QInputDialog box(parent);
+    box.setWindowTitle(title);
+    box.setLabelText(prompt);
+    box.sizeHint(); // lays the box out, which makes the prompt the buddy of the answer box
+    showLiteral(*box.findChild<QLabel*>(), prompt);
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 
 void QtDialogs::message(QWidget* parent, const QString& text)
 {
     QMessageBox box(QMessageBox::NoIcon, MessageTitle, text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 
 bool QtDialogs::confirm(QWidget* parent, const QString& text, const QString& title)
 {
     QMessageBox box(QMessageBox::Critical, title, text, QMessageBox::Yes | QMessageBox::No, parent);
+    box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     box.button(QMessageBox::Yes)->setText(QStringLiteral("&Yes"));
     box.button(QMessageBox::No)->setText(QStringLiteral("&No"));

@@ -1,6 +1,10 @@
 #include "StatusBar.h"
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QDir>
+#include <QMainWindow>
+#include <QStatusBar>
 
 namespace tarn
 {
@@ -24,6 +28,19 @@ QString importedStatus(int classes, const QString& file, const QString& configNa
 {
     return QStringLiteral("Read %1 from %2 into \"%3\"")
         .arg(classCount(classes), QDir::toNativeSeparators(file), configName);
+}
+
+void clearStatusOnEveryCommand(QMainWindow& window)
+{
+    QStatusBar* status = window.statusBar();
+    const auto buttons = window.findChildren<QAbstractButton*>();
+    for (QAbstractButton* button : buttons) {
+        if (!button->isCheckable()) // a tick is an edit, not a command
+            QObject::connect(button, &QAbstractButton::clicked, status, &QStatusBar::clearMessage);
+    }
+    const auto actions = window.findChildren<QAction*>();
+    for (QAction* action : actions)
+        QObject::connect(action, &QAction::triggered, status, &QStatusBar::clearMessage);
 }
 
 } // namespace tarn

@@ -51,7 +51,16 @@ void fitToScreen(QWidget& window)
 {
     window.ensurePolished(); // style sheet fonts count in the size hints
     forgetCachedSizes(window);
-    window.resize(window.sizeHint().expandedTo(window.minimumSizeHint()).boundedTo(roomOnScreen(window)));
+    const QSize room = roomOnScreen(window);
+    QSize wanted = window.sizeHint().expandedTo(window.minimumSizeHint());
+    // Content cut to the screen's height scrolls, and its scroll bar takes room beside it
+    // (and likewise below, when cut to the width).
+    const int scrollBar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    if (wanted.height() > room.height())
+        wanted.rwidth() += scrollBar;
+    if (wanted.width() > room.width())
+        wanted.rheight() += scrollBar;
+    window.resize(wanted.boundedTo(room));
 }
 
 } // namespace
