@@ -74,7 +74,8 @@ int run(const QStringList& args)
     }
     if (args[0] == QLatin1String("export")) {
         const auto error = exportConfigurationToFile({*stores.classDb, *stores.refDb},
-                                                     {.configName = Config, .modId = "0", .target = args[2]});
+                                                     {.configName = Config, .modId = "0", .target = args[2]})
+                               .error;
         return error ? fail(*error) : 0;
     }
     if (args[0] == QLatin1String("copy")) {

@@ -54,7 +54,8 @@ std::optional<QByteArray> exported(const QString& name, bool protect)
     QBuffer out;
     out.open(QIODevice::WriteOnly);
     if (exportConfiguration({scratch().classDb, scratch().refDb},
-                            {.configName = name, .modId = QStringLiteral("0"), .protectOutput = protect}, out))
+                            {.configName = name, .modId = QStringLiteral("0"), .protectOutput = protect}, out)
+            .error)
         return std::nullopt;
     return out.data();
 }

@@ -3,6 +3,7 @@
 #include "classfile/ImportCommand.h"
 #include "classfile/Protection.h"
 #include "classfile/SlotSearch.h"
+#include "core/DataDirectory.h"
 #include "store/Configurations.h"
 #include "store/Database.h"
 #include "store/Statement.h"
@@ -111,8 +112,12 @@ class TestClassfile : public QObject
 
     std::optional<QString> exportTo(const QString& path, const QString& config, bool protect, const QString& modId)
     {
-        return exportConfigurationToFile(
-            {db(), m_data->refDb()}, {.configName = config, .modId = modId, .protectOutput = protect, .target = path});
+        return exportConfigurationToFile({db(), m_data->refDb()}, {.configName = config,
+                                                                   .modId = modId,
+                                                                   .protectOutput = protect,
+                                                                   .target = path,
+                                                                   .ownFiles = ownFiles(m_data->dir.path())})
+            .error;
     }
 
     QByteArray exported(const QString& config, bool protect, const QString& modId = QStringLiteral("0"))
@@ -377,8 +382,13 @@ private slots:
         QCOMPARE(slotsOf("Track", 3), "4|0|99|3");
     }
 
+    // A configuration with no class gives the header only; one that is not there at all
+    // (deleted by another program) is refused.
     void configurationWithoutClassesGivesTheHeaderOnly()
     {
+        QCOMPARE(exported("Nothing", false, "7"), "There is no configuration named \"Nothing\" (another program may "
+                                                  "have deleted it); nothing was written.");
+        addConfiguration(db(), "Nothing");
         QCOMPARE(exported("Nothing", false, "7"), "V3 7\r\nNothing\r\n");
         QCOMPARE(exported("Nothing", true, "7"), "\xD6\xB3\xA0\xB7\r\n\xCE\xEF\xF4\xE8\xE9\xEE\xE7\r\n");
     }

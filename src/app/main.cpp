@@ -1,4 +1,5 @@
 #include "CommandLine.h"
+#include "classfile/OutputFile.h"
 #include "config/frmConfig.h"
 #include "core/AppState.h"
 #include "core/DataDirectory.h"
@@ -19,6 +20,7 @@ int main(int argc, char* argv[])
     }
 
     QApplication app(argc, argv);
+    tarn::reportFileSizeLimit();
     QApplication::setApplicationName(QStringLiteral("tarn"));
     QApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
     // The desktop entry's name, so that desktops match the window to its entry and icon.

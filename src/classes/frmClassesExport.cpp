@@ -6,6 +6,7 @@
 
 #include "classfile/ExportCommand.h"
 #include "core/AppState.h"
+#include "core/DataDirectory.h"
 #include "toolkit/Dialogs.h"
 #include "toolkit/Guarded.h"
 #include "ui_frmClasses.h"
@@ -36,19 +37,23 @@ void frmClasses::DoSave()
     if (!ui->dbClassDef->storeChanges())
         return;
     m_dialogs.setBusy(true);
-    const auto error =
+    const ExportResult result =
         exportConfigurationToFile({m_state.classDb(), m_state.refDb()}, {.configName = m_state.currentConfig,
                                                                          .modId = m_state.modId,
                                                                          .protectOutput = m_state.protectOutput,
-                                                                         .target = file});
-    if (error) {
+                                                                         .target = file,
+                                                                         .ownFiles = ownFiles(m_state.dataDirectory),
+                                                                         .readerWait = Database::DefaultBusyWait});
+    if (result.error) {
         m_dialogs.setBusy(false);
-        m_dialogs.message(this, *error);
+        m_dialogs.message(this, *result.error);
         return;
     }
     statusBar()->showMessage(exportedStatus(ui->dbClassDef->recordCount(), file));
     guarded(m_dialogs, this, [this] { ui->dbClassDef->refresh(); });
     m_dialogs.setBusy(false);
+    if (result.unstoredSlots)
+        m_dialogs.message(this, *result.unstoredSlots);
 }
 
 } // namespace tarn

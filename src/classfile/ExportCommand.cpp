@@ -4,12 +4,11 @@
 #include "ClassFileWriter.h"
 #include "ExportWalk.h"
 #include "OutputFile.h"
-#include "core/DataDirectory.h"
+#include "store/Configurations.h"
 #include "store/Database.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <functional>
 
 namespace tarn
 {
@@ -17,51 +16,80 @@ namespace tarn
 namespace
 {
 
-// The rows take the tracked slots only once the output is complete, so that a
-// refused or failed export changes nothing.
-std::optional<QString> exportTo(const ExportStores& stores, const ExportRequest& request, QIODevice& out,
-                                const std::function<void()>& completeOutput)
+// The path as the file system resolves its folder, so that "data/../data/x" and a
+// link to the folder compare equal to "data/x", whether or not the file exists yet.
+QString resolved(const QString& path)
 {
-    try {
-        const ReferenceLists lists = loadReferenceLists(stores.refDb);
-        Transaction transaction(stores.classDb);
-        ClassFileWriter writer(out, request.protectOutput);
-        writer.writeHeader(request.modId, request.configName);
-        ExportWalk(stores.classDb, lists).run(request.configName, writer);
-        completeOutput();
-        transaction.commit();
-        return std::nullopt;
-    } catch (const Error& e) {
-        return e.message();
+    const QFileInfo info(path);
+    const QString folder = info.absoluteDir().canonicalPath();
+    return folder.isEmpty() ? info.absoluteFilePath() : QDir(folder).filePath(info.fileName());
+}
+
+// One of the data directory's own files, by name or by inode, named in the refusal.
+std::optional<QString> ownFileAt(const QString& target, const QStringList& ownFiles)
+{
+    const QString wanted = resolved(target);
+    for (const QString& own : ownFiles) {
+        if (resolved(own) == wanted || isSameFile(target, own))
+            return own;
     }
+    return std::nullopt;
+}
+
+QString unstoredSlotsText(const Database& classDb, int classes)
+{
+    return QStringLiteral("%1 could not take the weapon and grenade slots the export chose for %2 "
+                          "(it is read-only); the file carries them, the store does not.")
+        .arg(QDir::toNativeSeparators(classDb.path()),
+             classes == 1 ? QStringLiteral("1 class") : QStringLiteral("%1 classes").arg(classes));
 }
 
 } // namespace
 
-std::optional<QString> exportConfiguration(const ExportStores& stores, const ExportRequest& request, QIODevice& out)
+ExportResult exportConfiguration(const ExportStores& stores, const ExportRequest& request, QIODevice& out,
+                                 const std::function<void()>& completeOutput)
 {
-    return exportTo(stores, request, out, [] {});
+    try {
+        const ReferenceLists lists = loadReferenceLists(stores.refDb);
+        // Readers are kept out, so the commit after a written file can never be refused as busy.
+        const bool storeSlots = !stores.classDb.isReadOnly();
+        Transaction transaction(stores.classDb,
+                                storeSlots ? Transaction::Lock::Exclusive : Transaction::Lock::Deferred);
+        if (!configurationExists(stores.classDb, request.configName))
+            throw ClassFileError(QStringLiteral("There is no configuration named \"%1\" (another program may have "
+                                                "deleted it); nothing was written.")
+                                     .arg(request.configName));
+        ClassFileWriter writer(out, request.protectOutput);
+        writer.writeHeader(request.modId, request.configName);
+        const int tracked = ExportWalk(stores.classDb, lists).run(request.configName, writer, storeSlots);
+        if (completeOutput)
+            completeOutput();
+        transaction.commit();
+        if (!storeSlots && tracked > 0)
+            return {.error = std::nullopt, .unstoredSlots = unstoredSlotsText(stores.classDb, tracked)};
+        return {};
+    } catch (const Error& e) {
+        return {.error = e.message(), .unstoredSlots = std::nullopt};
+    }
 }
 
-std::optional<QString> exportConfigurationToFile(const ExportStores& stores, const ExportRequest& request)
+ExportResult exportConfigurationToFile(const ExportStores& stores, const ExportRequest& request)
 {
     const QString& path = request.target;
-    const QDir dataDirectory = QFileInfo(stores.classDb.path()).dir();
-    for (const QString& own : {stores.classDb.path(), stores.refDb.path(), dataDirectory.filePath(SettingsFile)}) {
-        if (isSameFile(path, own))
-            return QStringLiteral("Cannot write %1: it is %2, one of the workbench's own files.")
-                .arg(QDir::toNativeSeparators(path), QDir::toNativeSeparators(own));
-    }
-    OutputFile file(path);
+    if (const std::optional<QString> own = ownFileAt(path, request.ownFiles))
+        return {.error = QStringLiteral("Cannot write %1: it is %2, one of the workbench's own files.")
+                             .arg(QDir::toNativeSeparators(path), QDir::toNativeSeparators(*own)),
+                .unstoredSlots = std::nullopt};
+    OutputFile file(path, request.readerWait);
     if (!file.open())
-        return file.errorText();
-    std::optional<QString> error = exportTo(stores, request, file.device(), [&] {
+        return {.error = file.errorText(), .unstoredSlots = std::nullopt};
+    ExportResult result = exportConfiguration(stores, request, file.device(), [&] {
         if (!file.commit())
             throw ClassFileError(file.errorText());
     });
-    if (error && file.failed())
-        return file.errorText();
-    return error;
+    if (result.error && file.failed())
+        result.error = file.errorText();
+    return result;
 }
 
 } // namespace tarn

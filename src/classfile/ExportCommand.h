@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <chrono>
+#include <functional>
 #include <optional>
 
 class QIODevice;
@@ -22,20 +25,32 @@ struct ExportRequest {
     QString configName;
     QString modId;
     bool protectOutput = true;
-    QString target; // the file, for exportConfigurationToFile
+    QString target;                          // the file, for exportConfigurationToFile
+    QStringList ownFiles;                    // the data directory's files, refused as targets by name and by inode
+    std::chrono::milliseconds readerWait{0}; // how long a named pipe may wait for its reader
+};
+
+// What an export came to. On an error the target and the rows are as they were.
+struct ExportResult {
+    std::optional<QString> error;
+    // Set when the file was written but the store could not take the slots the tracking
+    // changed (a read-only store): the file carries them, the rows do not.
+    std::optional<QString> unstoredSlots;
 };
 
 // Writes the class file of a configuration, protected or not, to a device opened for
 // writing: the classes in class_num order, each after the editor's slot tracking,
 // whose changes it stores in the rows as the editor's walk through them would. The
-// rows change only when the whole file was written. Returns what failed or was
-// refused, naming the class and the field; nothing on success.
-std::optional<QString> exportConfiguration(const ExportStores& stores, const ExportRequest& request, QIODevice& out);
+// store is held from the first row read to the last row stored, and the rows change
+// only when the whole file was written: completeOutput (if given) finishes the output
+// while the store is still held, and whatever it throws undoes the rows.
+ExportResult exportConfiguration(const ExportStores& stores, const ExportRequest& request, QIODevice& out,
+                                 const std::function<void()>& completeOutput = {});
 
 // The same into the request's target, written through OutputFile: a refused or failed
 // export leaves an existing regular file exactly as it was, and a device, a pipe or a
-// file with several links is written into in place. The stores and tarn.ini of the data
-// directory are refused as targets.
-std::optional<QString> exportConfigurationToFile(const ExportStores& stores, const ExportRequest& request);
+// file with several links is written into in place. The target is opened before the
+// store is held, so a pipe that nobody reads never keeps the store from others.
+ExportResult exportConfigurationToFile(const ExportStores& stores, const ExportRequest& request);
 
 } // namespace tarn

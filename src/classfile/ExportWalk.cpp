@@ -168,7 +168,7 @@ ExportWalk::ExportWalk(Database& classDb, const ReferenceLists& lists)
 {
 }
 
-void ExportWalk::run(const QString& configName, ClassFileWriter& writer)
+int ExportWalk::run(const QString& configName, ClassFileWriter& writer, bool storeSlots)
 {
     static const auto weaponColumns = columnNames<WeaponSlots>("w", 2);
     static const auto grenadeColumns = columnNames<GrenadeSlots>("g", 1);
@@ -176,15 +176,20 @@ void ExportWalk::run(const QString& configName, ClassFileWriter& writer)
     ClassColumnWriter slotWriter(m_classDb);
     const Columns columns = locate(rows);
     std::vector<ClassColumnWriter::Change> changes;
+    int tracked = 0;
     while (rows.step()) {
         ExportedClass cls = exportedClass(rows, columns, m_lists);
         changes.clear();
         trackSlots(cls.weapons, m_weaponIds, weaponColumns, changes);
         trackSlots(cls.grenades, m_grenadeIds, grenadeColumns, changes);
-        if (!changes.empty())
-            slotWriter.write(rows.int64(columns.rowId), changes);
+        if (!changes.empty()) {
+            ++tracked;
+            if (storeSlots)
+                slotWriter.write(rows.int64(columns.rowId), changes);
+        }
         writer.writeClass(cls);
     }
+    return tracked;
 }
 
 } // namespace tarn

@@ -11,13 +11,14 @@ class ClassFileWriter;
 class Database;
 
 // Walks the classes of a configuration in class_num order as the class editor does:
-// the slot tracking runs on each row and stores what it changed, the ticked boxes
-// are summed, and the class goes to the writer.
+// the slot tracking runs on each row and stores what it changed (unless told not to),
+// the ticked boxes are summed, and the class goes to the writer.
 class ExportWalk
 {
 public:
     ExportWalk(Database& classDb, const ReferenceLists& lists);
-    void run(const QString& configName, ClassFileWriter& writer);
+    // Returns how many classes the tracking changed.
+    int run(const QString& configName, ClassFileWriter& writer, bool storeSlots = true);
 
 private:
     Database& m_classDb;

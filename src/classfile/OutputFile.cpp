@@ -3,13 +3,23 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tarn
 {
 
 namespace
 {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds ReaderPoll{50};
 
 std::optional<struct stat> statOf(const QString& path)
 {
@@ -20,43 +30,108 @@ std::optional<struct stat> statOf(const QString& path)
     return info;
 }
 
-// Replacing a node that is not a plain file of one link would cut its links or turn
-// a device or a pipe into a regular file; /dev and /proc paths name another file's
-// open descriptor, whose reader would never see a replacement.
-bool mustWriteInPlace(const QString& path)
+QString reasonOf(int error)
 {
-    const std::optional<struct stat> info = statOf(path);
-    if (!info)
-        return false;
-    if (!S_ISREG(info->st_mode) || info->st_nlink > 1)
-        return true;
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+
+// /dev and /proc paths name another file's open descriptor, whose reader would never
+// see a replacement.
+bool namesADescriptor(const QString& path)
+{
     const QString absolute = QFileInfo(path).absoluteFilePath();
     return absolute.startsWith(QLatin1String("/dev/")) || absolute.startsWith(QLatin1String("/proc/"));
 }
 
+// Room for the whole new content at the start of the file, asked of the size limit
+// (ulimit -f) and of the disk before any byte of the file changes.
+std::optional<QString> reserve(int fd, qint64 size)
+{
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY && quint64(size) > limit.rlim_cur)
+        return QStringLiteral("%1: the new content of %2 bytes is more than this process may write to a file "
+                              "(its size limit is %3 bytes); the file is as it was")
+            .arg(reasonOf(EFBIG))
+            .arg(size)
+            .arg(quint64(limit.rlim_cur));
+    const int refused = size > 0 ? ::posix_fallocate(fd, 0, off_t(size)) : 0;
+    if (refused == 0 || refused == EINVAL ||
+        refused == EOPNOTSUPP) // a file system that cannot reserve is written as is
+        return std::nullopt;
+    return QStringLiteral("%1: there is no room for the new content; the file is as it was").arg(reasonOf(refused));
+}
+
+bool writeAll(int fd, const QByteArray& bytes)
+{
+    const char* at = bytes.constData();
+    qsizetype left = bytes.size();
+    while (left > 0) {
+        const ssize_t written = ::write(fd, at, size_t(left));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        at += written;
+        left -= written;
+    }
+    return true;
+}
+
 } // namespace
 
-OutputFile::OutputFile(const QString& path) : m_path(path), m_atomic(path) {}
+OutputFile::OutputFile(const QString& path, std::chrono::milliseconds readerWait)
+    : m_path(path), m_readerWait(readerWait), m_atomic(path)
+{
+}
 
-OutputFile::~OutputFile() = default;
+OutputFile::~OutputFile()
+{
+    if (m_fd >= 0)
+        ::close(m_fd);
+}
 
 bool OutputFile::open()
 {
-    m_inPlace = mustWriteInPlace(m_path);
-    const bool opened = m_inPlace ? m_gathered.open(QIODevice::WriteOnly) : m_atomic.open(QIODevice::WriteOnly);
-    if (!opened)
-        m_error = m_atomic.errorString();
-    return opened;
+    if (const std::optional<struct stat> info = statOf(m_path)) {
+        if (S_ISFIFO(info->st_mode) || S_ISCHR(info->st_mode) || S_ISBLK(info->st_mode))
+            m_way = Way::Stream;
+        else if (!S_ISREG(info->st_mode))
+            return fail(QStringLiteral("it is neither a file nor a device that can be written"));
+        else if (info->st_nlink > 1 || namesADescriptor(m_path))
+            m_way = Way::Rewrite;
+    }
+    if (m_way == Way::Replace)
+        return m_atomic.open(QIODevice::WriteOnly) || fail(m_atomic.errorString());
+    return openInPlace() && m_gathered.open(QIODevice::WriteOnly);
+}
+
+// A pipe opened without blocking fails at once while nobody reads it; it is tried again
+// until the wait is over, so that no command hangs on a pipe nobody will read.
+bool OutputFile::openInPlace()
+{
+    const QByteArray native = QFile::encodeName(m_path);
+    const Clock::time_point deadline = Clock::now() + m_readerWait;
+    while ((m_fd = ::open(native.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC)) < 0) {
+        if (errno == EINTR)
+            continue;
+        if (errno != ENXIO)
+            return fail(reasonOf(errno));
+        if (Clock::now() >= deadline)
+            return fail(QStringLiteral("it is a named pipe that no program is reading"));
+        QThread::msleep(ReaderPoll.count());
+    }
+    ::fcntl(m_fd, F_SETFL, ::fcntl(m_fd, F_GETFL) & ~O_NONBLOCK);
+    return true;
 }
 
 QIODevice& OutputFile::device()
 {
-    return m_inPlace ? static_cast<QIODevice&>(m_gathered) : m_atomic;
+    return m_way == Way::Replace ? static_cast<QIODevice&>(m_atomic) : m_gathered;
 }
 
 bool OutputFile::commit()
 {
-    if (m_inPlace)
+    if (m_way != Way::Replace)
         return writeInPlace();
     // The last buffered bytes are written by the flush; the commit would not report it.
     if (m_atomic.error() == QFileDevice::NoError && m_atomic.flush() && m_atomic.commit())
@@ -68,26 +143,36 @@ bool OutputFile::commit()
 
 bool OutputFile::writeInPlace()
 {
-    QFile file(m_path);
     const QByteArray& bytes = m_gathered.data();
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()) {
-        file.close();
-        if (file.error() == QFileDevice::NoError)
-            return true;
-    }
-    m_error = file.errorString();
+    if (m_way == Way::Stream)
+        return writeAll(m_fd, bytes) || fail(reasonOf(errno));
+    if (const std::optional<QString> refused = reserve(m_fd, bytes.size()))
+        return fail(*refused);
+    if (!writeAll(m_fd, bytes) || ::ftruncate(m_fd, off_t(bytes.size())) != 0 || ::fdatasync(m_fd) != 0)
+        return fail(reasonOf(errno));
+    return true;
+}
+
+bool OutputFile::fail(const QString& reason)
+{
+    m_error = reason;
     return false;
 }
 
 bool OutputFile::failed() const
 {
-    return !m_error.isEmpty() || (!m_inPlace && m_atomic.error() != QFileDevice::NoError);
+    return !m_error.isEmpty() || (m_way == Way::Replace && m_atomic.error() != QFileDevice::NoError);
 }
 
 QString OutputFile::errorText() const
 {
     const QString reason = m_error.isEmpty() ? m_atomic.errorString() : m_error;
     return QStringLiteral("Cannot write %1: %2").arg(QDir::toNativeSeparators(m_path), reason);
+}
+
+void reportFileSizeLimit()
+{
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 std::optional<QString> writeWholeFile(const QString& path, const QByteArray& bytes)
@@ -103,6 +188,20 @@ bool isSameFile(const QString& a, const QString& b)
     const std::optional<struct stat> first = statOf(a);
     const std::optional<struct stat> second = statOf(b);
     return first && second && first->st_dev == second->st_dev && first->st_ino == second->st_ino;
+}
+
+std::optional<QByteArray> readSmallFile(const QString& path, qint64 maxBytes)
+{
+    const std::optional<struct stat> info = statOf(path);
+    if (!info || !S_ISREG(info->st_mode) || info->st_size > maxBytes)
+        return std::nullopt;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray content = file.read(maxBytes);
+    if (file.error() != QFileDevice::NoError)
+        return std::nullopt;
+    return content;
 }
 
 } // namespace tarn

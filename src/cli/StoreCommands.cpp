@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include "classfile/ClassFileError.h"
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
 #include "core/AppState.h"
@@ -169,17 +170,27 @@ int exportCommand(const Invocation& call, Console& console)
         const ExportRequest request{.configName = name,
                                     .modId = readModId(state.settingsPath()),
                                     .protectOutput = !call.unprotected,
-                                    .target = call.arguments[1]};
+                                    .target = call.arguments[1],
+                                    .ownFiles = ownFiles(state.dataDirectory),
+                                    .readerWait = call.busyWait};
+        ExportResult result;
         if (request.target != StandardStream) {
-            const auto error = exportConfigurationToFile(stores, request);
-            return error ? refuse(console, *error) : Success;
+            result = exportConfigurationToFile(stores, request);
+        } else {
+            // Standard output takes the whole file while the store is held, so that a
+            // failed write there undoes the rows too.
+            QBuffer file;
+            file.open(QIODevice::WriteOnly);
+            result = exportConfiguration(stores, request, file, [&] {
+                if (console.out.write(file.data()) != file.data().size() || !writtenOut(console.out))
+                    throw ClassFileError(
+                        QStringLiteral("cannot write standard output: %1").arg(console.out.errorString()));
+            });
         }
-        QBuffer file;
-        file.open(QIODevice::WriteOnly);
-        if (const auto error = exportConfiguration(stores, request, file))
-            return refuse(console, *error);
-        if (console.out.write(file.data()) != file.data().size() || !writtenOut(console.out))
-            return refuse(console, QStringLiteral("cannot write standard output: %1").arg(console.out.errorString()));
+        if (result.error)
+            return refuse(console, *result.error);
+        if (result.unstoredSlots)
+            console.error << "tarnctl: warning: " << *result.unstoredSlots << '\n';
         return Success;
     });
 }

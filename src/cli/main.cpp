@@ -1,5 +1,7 @@
 #include "Tarnctl.h"
 
+#include "classfile/OutputFile.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QTextStream>
@@ -8,6 +10,7 @@
 int main(int argc, char* argv[])
 {
     QCoreApplication app(argc, argv);
+    tarn::reportFileSizeLimit();
     // The same name as the workbench, so both find the same per-user data directory.
     QCoreApplication::setApplicationName(QStringLiteral("tarn"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));

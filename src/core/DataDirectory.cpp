@@ -25,6 +25,17 @@ QString resolveDataDirectory(const QString& option)
                                 QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)});
 }
 
+QStringList ownFiles(const QString& dataDirectory)
+{
+    const QDir dir(dataDirectory);
+    QStringList files{dir.filePath(SettingsFile)};
+    for (const QString& store : {ClassStoreFile, ReferenceStoreFile}) {
+        for (const char* journal : {"", "-journal", "-wal", "-shm"})
+            files << dir.filePath(store + QLatin1String(journal));
+    }
+    return files;
+}
+
 QString chooseWindowSettingsFile(const QString& dataDirectory, const QString& programDirectory,
                                  const QString& userConfigDirectory)
 {

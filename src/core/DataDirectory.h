@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace tarn
 {
@@ -24,6 +25,10 @@ QString resolveDataDirectory(const QString& option);
 QString chooseWindowSettingsFile(const QString& dataDirectory, const QString& programDirectory,
                                  const QString& userConfigDirectory);
 QString resolveWindowSettingsFile(const QString& dataDirectory);
+
+// The files of the data directory that only the workbench may write: the stores with
+// SQLite's journals beside them, and tarn.ini.
+QStringList ownFiles(const QString& dataDirectory);
 
 inline const QString ClassStoreFile = QStringLiteral("tarn_dat.db");
 inline const QString ReferenceStoreFile = QStringLiteral("tarn_ref.db");

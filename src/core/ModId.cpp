@@ -4,13 +4,16 @@
 #include "classfile/OutputFile.h"
 
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 
 namespace tarn
 {
 
 namespace
 {
+
+// One quoted line is all the file holds; anything larger is not a settings file.
+constexpr qint64 SettingsFileLimit = 64 * 1024;
 
 QString trimSpaces(QString text)
 {
@@ -55,18 +58,15 @@ QString parseModId(const QByteArray& content)
 
 QString readModId(const QString& iniPath)
 {
-    QFile file(iniPath);
-    if (!file.open(QIODevice::ReadOnly))
-        return DefaultModId;
-    const QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return DefaultModId;
-    return parseModId(content);
+    const std::optional<QByteArray> content = readSmallFile(iniPath, SettingsFileLimit);
+    return content ? parseModId(*content) : DefaultModId;
 }
 
 std::optional<QString> writeModId(const QString& iniPath, const QString& modId)
 {
     const QString path = QDir::toNativeSeparators(iniPath);
+    if (const QFileInfo info(iniPath); info.exists() && !info.isFile())
+        return QStringLiteral("Cannot write %1: it is not a regular file.").arg(path);
     const Cp1252Encoding encoded = encodeCp1252(modId);
     if (!encoded.ok())
         return QStringLiteral("Cannot write %1: the Mod ID \"%2\" holds \"%3\", which the file cannot carry.")

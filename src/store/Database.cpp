@@ -57,9 +57,29 @@ QVariant Database::scalar(const QString& sql, const QVariantList& params)
     return statement.step() ? statement.value(0) : QVariant();
 }
 
-Transaction::Transaction(Database& db) : m_db(db)
+int Database::changes() const
 {
-    m_db.exec(QStringLiteral("BEGIN IMMEDIATE"));
+    return sqlite3_changes(m_db);
+}
+
+bool Database::isReadOnly() const
+{
+    return sqlite3_db_readonly(m_db, "main") == 1;
+}
+
+Transaction::Transaction(Database& db, Lock lock) : m_db(db)
+{
+    switch (lock) {
+    case Lock::Deferred:
+        m_db.exec(QStringLiteral("BEGIN"));
+        break;
+    case Lock::Immediate:
+        m_db.exec(QStringLiteral("BEGIN IMMEDIATE"));
+        break;
+    case Lock::Exclusive:
+        m_db.exec(QStringLiteral("BEGIN EXCLUSIVE"));
+        break;
+    }
 }
 
 Transaction::~Transaction()

@@ -30,6 +30,10 @@ public:
     // Runs one or more statements that return no rows.
     void exec(const QString& sql);
     qint64 lastInsertRowId() const;
+    // Rows the last insert, update or delete touched.
+    int changes() const;
+    // True when the file could only be opened for reading (its permissions, a read-only disk).
+    bool isReadOnly() const;
     // The first column of the first row, or a null QVariant when there is no row.
     QVariant scalar(const QString& sql, const QVariantList& params = {});
 
@@ -43,7 +47,10 @@ private:
 class Transaction
 {
 public:
-    explicit Transaction(Database& db);
+    // Immediate takes the write lock at once; Exclusive also keeps readers out, so that
+    // its commit can never wait on them.
+    enum class Lock { Deferred, Immediate, Exclusive };
+    explicit Transaction(Database& db, Lock lock = Lock::Immediate);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;

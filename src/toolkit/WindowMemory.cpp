@@ -14,6 +14,14 @@ namespace tarn
 namespace
 {
 
+// A settings file is read and written only where it is a regular file of a sane size,
+// or not there yet: a pipe or a device in its place would hang or flood the program.
+bool usable(const QString& file)
+{
+    const QFileInfo info(file);
+    return !file.isEmpty() && (!info.exists() || (info.isFile() && info.size() <= 1024 * 1024));
+}
+
 QString geometryKey(const QWidget& window)
 {
     return QStringLiteral("windows/%1/geometry").arg(window.objectName());
@@ -69,7 +77,7 @@ WindowMemory::WindowMemory(QString settingsFile) : m_file(std::move(settingsFile
 
 void WindowMemory::restore(QWidget& window) const
 {
-    if (!m_file.isEmpty()) {
+    if (usable(m_file)) {
         const QSettings settings(m_file, QSettings::IniFormat);
         // restoreGeometry moves a window that would lie off every screen onto one.
         if (window.restoreGeometry(settings.value(geometryKey(window)).toByteArray()))
@@ -80,7 +88,7 @@ void WindowMemory::restore(QWidget& window) const
 
 void WindowMemory::remember(const QWidget& window) const
 {
-    if (m_file.isEmpty())
+    if (!usable(m_file))
         return;
     QSettings settings(m_file, QSettings::IniFormat);
     settings.setValue(geometryKey(window), window.saveGeometry());
@@ -88,7 +96,7 @@ void WindowMemory::remember(const QWidget& window) const
 
 QString WindowMemory::lastFolder(const QString& dialog) const
 {
-    if (m_file.isEmpty())
+    if (!usable(m_file))
         return {};
     const QString folder = QSettings(m_file, QSettings::IniFormat).value(folderKey(dialog)).toString();
     return QFileInfo(folder).isDir() ? folder : QString();
@@ -96,7 +104,7 @@ QString WindowMemory::lastFolder(const QString& dialog) const
 
 void WindowMemory::rememberFolderOf(const QString& dialog, const QString& file) const
 {
-    if (m_file.isEmpty() || file.isEmpty())
+    if (!usable(m_file) || file.isEmpty())
         return;
     QSettings settings(m_file, QSettings::IniFormat);
     settings.setValue(folderKey(dialog), QFileInfo(file).absolutePath());

@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 
+#include "store/Configurations.h"
 #include "store/Database.h"
 
 #include <QFile>
@@ -59,6 +60,8 @@ void insertRow(Database& db, const QString& table, const QVariantMap& columns)
 
 void insertClass(Database& classDb, const QString& config, int number, QVariantMap columns)
 {
+    if (!configurationExists(classDb, config))
+        addConfiguration(classDb, config);
     columns.insert(QStringLiteral("package_name"), config);
     columns.insert(QStringLiteral("class_num"), number);
     insertRow(classDb, QStringLiteral("classdef"), columns);

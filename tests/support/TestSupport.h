@@ -33,6 +33,7 @@ QStringList rowsOf(Database& db, const QString& sql, const QVariantList& params 
 int classCount(Database& classDb, const QString& config);
 // Inserts one row of the given column values.
 void insertRow(Database& db, const QString& table, const QVariantMap& columns);
+// A class of the configuration, whose package row is added first when it has none.
 void insertClass(Database& classDb, const QString& config, int number, QVariantMap columns = {});
 
 // A reference row: id, name and kd_enabled (a null QVariant is a missing value).
