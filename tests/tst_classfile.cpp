@@ -412,6 +412,10 @@ private slots:
         QTest::newRow("carriage return") << false << "1" << QStringLiteral("gun\rner")
                                          << prefix + QStringLiteral("holds a carriage return, which would end its line "
                                                                     "in a class file.");
+        QTest::newRow("a line longer than a reader takes")
+            << false << "1" << QString(32767, u'm')
+            << prefix + QStringLiteral("makes its line 32770 characters long, and a class file line holds at most "
+                                       "32767, so the file would not read back.");
         QTest::newRow("Mod ID") << true << QStringLiteral("\u00E9") << "gunner"
                                 << QStringLiteral("The Mod ID \"\u00E9\" holds \"\u00E9\", which a protected class "
                                                   "file cannot carry.");

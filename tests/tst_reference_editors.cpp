@@ -167,7 +167,7 @@ private slots:
         QVERIFY(f.dialogs.messages.isEmpty());
     }
 
-    // A delete the store refuses is told, and the row stays, on show.
+    // A delete the store refuses is told, naming the store, and the row stays, on show.
     void refusedDeleteKeepsTheRow()
     {
         ReferenceFixture f;
@@ -175,7 +175,7 @@ private slots:
         f.data.refDb().exec(QStringLiteral("create trigger keep before delete on weapon "
                                            "begin select raise(abort, 'weapon is in use'); end"));
         f.click("Command2");
-        QCOMPARE(f.dialogs.messages, QStringList{"weapon is in use"});
+        QCOMPARE(f.dialogs.messages, QStringList{f.data.path("tarn_ref.db") + ": weapon is in use"});
         QCOMPARE(f.ids(), QList<qint64>({2, 4}));
         QCOMPARE(f.text("Text1"), QStringLiteral("2"));
         f.navigate(QStringLiteral("Next record"));

@@ -154,10 +154,13 @@ private slots:
         QTest::addColumn<QString>("said");
         QTemporaryDir other;
         Database(other.filePath("other.db"), Database::Open::CreateNew).exec("create table package (name text)");
-        QTest::newRow("text as class store")
-            << ClassStoreFile << QByteArray("not a database at all, just text\n") << ClassStoreFile;
-        QTest::newRow("text as reference store")
-            << ReferenceStoreFile << QByteArray("garbage garbage garbage") << ReferenceStoreFile;
+        QTest::newRow("text as class store") << ClassStoreFile << QByteArray("not a database at all, just text\n")
+                                             << ClassStoreFile + " is not a store of this program";
+        QTest::newRow("text as reference store") << ReferenceStoreFile << QByteArray("garbage garbage garbage")
+                                                 << ReferenceStoreFile + " is not a store of this program";
+        Stores made = openStores(other.path());
+        QTest::newRow("a store cut short") << ClassStoreFile << readFile(made.classDb->path()).left(4096)
+                                           << ClassStoreFile + " is damaged: part of it cannot be read";
         QTest::newRow("database of another program") << ClassStoreFile << readFile(other.filePath("other.db"))
                                                      << "table \"package\" has no column \"package_name\"";
     }

@@ -2,6 +2,7 @@
 
 #include "ClassFileError.h"
 #include "Cp1252.h"
+#include "LineReader.h"
 #include "Protection.h"
 
 #include <QIODevice>
@@ -76,6 +77,7 @@ public:
     {
         block.resize(room);
         m_at = block.data();
+        m_lineStart = m_at;
     }
     Lines(const Lines&) = delete;
     Lines& operator=(const Lines&) = delete;
@@ -83,7 +85,12 @@ public:
 
     Lines& operator<<(const Text& text)
     {
+        const char* start = m_at;
         m_at = writeText(m_at, text.value, m_protect, text.owner);
+        if (m_at - start > m_longestText) {
+            m_longestText = m_at - start;
+            m_longestOwner = text.owner;
+        }
         return *this;
     }
     Lines& operator<<(std::string_view text)
@@ -96,7 +103,20 @@ public:
         *m_at++ = c;
         return *this;
     }
-    Lines& operator<<(LineEnd) { return *this << std::string_view("\r\n"); }
+    // A line longer than a reader takes is refused, naming its longest text.
+    Lines& operator<<(LineEnd)
+    {
+        if (m_at - m_lineStart > LineReader::MaxLineLength)
+            throw ClassFileError(QStringLiteral("%1 makes its line %2 characters long, and a class file line holds "
+                                                "at most %3, so the file would not read back.")
+                                     .arg(m_longestOwner.describe())
+                                     .arg(m_at - m_lineStart)
+                                     .arg(LineReader::MaxLineLength));
+        *this << std::string_view("\r\n");
+        m_lineStart = m_at;
+        m_longestText = 0;
+        return *this;
+    }
     // A missing value is written as empty text.
     Lines& operator<<(const ShownNumber& value)
     {
@@ -125,6 +145,9 @@ private:
     QByteArray& m_block;
     bool m_protect;
     char* m_at = nullptr;
+    const char* m_lineStart = nullptr;
+    qsizetype m_longestText = 0;
+    TextOwner m_longestOwner{nullptr, ""};
 };
 
 } // namespace

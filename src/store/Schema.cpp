@@ -217,25 +217,19 @@ void addClassOrderIndex(Database& classDb)
 void verify(Database& db, std::span<const TableDef* const> tables)
 {
     const QString file = QDir::toNativeSeparators(db.path());
-    try {
-        for (const TableDef* table : tables) {
-            Statement info = db.prepare(QStringLiteral("SELECT name FROM pragma_table_info(?)"));
-            info.bind(1, QString::fromLatin1(table->name));
-            QSet<QString> present;
-            while (info.step())
-                present.insert(info.text(0).toLower());
-            if (present.isEmpty())
-                throw StoreError(QStringLiteral("%1 has no table \"%2\".").arg(file, QLatin1String(table->name)));
-            for (const ColumnDef& column : table->columns) {
-                if (!present.contains(QLatin1String(column.name)))
-                    throw StoreError(QStringLiteral("%1: table \"%2\" has no column \"%3\".")
-                                         .arg(file, QLatin1String(table->name), QLatin1String(column.name)));
-            }
+    for (const TableDef* table : tables) {
+        Statement info = db.prepare(QStringLiteral("SELECT name FROM pragma_table_info(?)"));
+        info.bind(1, QString::fromLatin1(table->name));
+        QSet<QString> present;
+        while (info.step())
+            present.insert(info.text(0).toLower());
+        if (present.isEmpty())
+            throw StoreError(QStringLiteral("%1 has no table \"%2\".").arg(file, QLatin1String(table->name)));
+        for (const ColumnDef& column : table->columns) {
+            if (!present.contains(QLatin1String(column.name)))
+                throw StoreError(QStringLiteral("%1: table \"%2\" has no column \"%3\".")
+                                     .arg(file, QLatin1String(table->name), QLatin1String(column.name)));
         }
-    } catch (const StoreError& e) {
-        if (e.busy() || e.message().startsWith(file))
-            throw;
-        throw StoreError(QStringLiteral("%1 is not a database of this program: %2").arg(file, e.message()));
     }
 }
 

@@ -13,7 +13,7 @@ Statement::Statement(sqlite3* db, const QString& sql) : m_db(db)
 {
     const QByteArray utf8 = sql.toUtf8();
     if (sqlite3_prepare_v2(m_db, utf8.constData(), int(utf8.size()), &m_stmt, nullptr) != SQLITE_OK)
-        fail(QStringLiteral("Cannot prepare \"%1\"").arg(sql));
+        fail({}); // the statement itself means nothing to an author
 }
 
 Statement::~Statement()
@@ -173,18 +173,39 @@ void Statement::fail(const QString& what) const
     throwStoreError(m_db, what);
 }
 
+// What went wrong, in the words of a mod author rather than of SQLite, whose own words
+// follow in brackets for whoever has to dig further.
 void throwStoreError(sqlite3* db, const QString& what)
 {
+    const QString file = QDir::toNativeSeparators(QString::fromUtf8(sqlite3_db_filename(db, "main")));
     const QString why = QString::fromUtf8(sqlite3_errmsg(db));
-    const int code = sqlite3_errcode(db) & 0xFF;
-    if (code == SQLITE_BUSY || code == SQLITE_LOCKED) {
-        const QString file = QDir::toNativeSeparators(QString::fromUtf8(sqlite3_db_filename(db, "main")));
+    const auto said = [&](const char* words) {
+        return QStringLiteral("%1 %2 (%3).").arg(file, QLatin1String(words), why);
+    };
+    switch (sqlite3_errcode(db) & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
         throw StoreError(QStringLiteral("%1 is busy: another program is writing to it (%2). Close that program or "
                                         "wait until it is done, then try again.")
                              .arg(file, why),
                          true);
+    case SQLITE_CORRUPT:
+        throw StoreError(said("is damaged: part of it cannot be read. Restore it from a backup"));
+    case SQLITE_NOTADB:
+        throw StoreError(said("is not a store of this program: it is no database at all"));
+    case SQLITE_FULL:
+        throw StoreError(said("cannot take the change: the disk is full. Make room, then try again"));
+    case SQLITE_IOERR:
+        throw StoreError(said("could not be read or written: the disk or its file system failed"));
+    case SQLITE_READONLY:
+        throw StoreError(said("cannot be changed: it is read-only for this program"));
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+        throw StoreError(said("cannot be opened: it is missing or this program may not use it"));
+    default:
+        throw StoreError(what.isEmpty() ? QStringLiteral("%1: %2").arg(file, why)
+                                        : QStringLiteral("%1: %2: %3").arg(file, what, why));
     }
-    throw StoreError(what.isEmpty() ? why : what + QStringLiteral(": ") + why);
 }
 
 } // namespace tarn
