@@ -400,6 +400,31 @@ private slots:
         QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text(), "C2|Class 2 of 3");
     }
 
+    // Another program deletes the configuration under the open editor: the edit just typed
+    // is told as not stored, the editor shows that no class is left, Save As refuses to
+    // write the configuration that is no more, and the window closes.
+    void aConfigurationDeletedElsewhereIsTold()
+    {
+        f->addConfig(Config, {1, 2, 3});
+        f->open(Config);
+        f->type("fldModel", "typed");
+        Database other(f->data.path("tarn_dat.db"), Database::Open::Existing);
+        deleteConfiguration(other, Config);
+        QVERIFY(!f->nav().moveNext());
+        QCOMPARE(f->dialogs.messages,
+                 QStringList({"The class on show is no longer in " + f->data.path("tarn_dat.db") +
+                                  ": another program has deleted it. The edits on show were not stored.",
+                              "No class is left here: another program has deleted them all."}));
+        QCOMPARE(f->control<QLabel>("lblPosition")->text(), QString());
+        QVERIFY(!f->box("fldModel")->isEnabled() && !f->picker("w2")->isEnabled());
+        QVERIFY(writeFile(target(), "old"));
+        save("mnuSaveAs", target());
+        QCOMPARE(f->dialogs.messages.last(), "There is no configuration named \"" + Config +
+                                                 "\" (another program may have deleted it); nothing was written.");
+        QCOMPARE(readFile(target()), "old");
+        QVERIFY(f->editor->close());
+    }
+
     // The navigator's keys work from a text box, where the author's focus is; Esc in an
     // open list closes only the list.
     void keysDoWhatTheySayFromAnywhere_data()

@@ -31,7 +31,7 @@ struct ItemForm {
         control->bindText(id, QStringLiteral("i_id"), QStringLiteral("Item ID"));
         control->bindText(name, QStringLiteral("i_name"), QStringLiteral("Items Name"));
         control->bindCheck(enabled, QStringLiteral("kd_enabled"), QStringLiteral("Enabled"));
-        control->open(db, {QStringLiteral("item"), {}, QStringLiteral("i_id")});
+        control->open(db, {QStringLiteral("item"), {}, QStringLiteral("i_id"), QStringLiteral("item")});
     }
 };
 
@@ -72,7 +72,8 @@ private slots:
     // The set is the statement's, fixed when opened; values are read fresh at each look.
     void recordsetKeepsItsSetAndReadsFresh()
     {
-        Recordset rs(*m_db, {QStringLiteral("weapon"), QStringLiteral("kd_enabled = 1"), QStringLiteral("w_id")});
+        Recordset rs(*m_db, {QStringLiteral("weapon"), QStringLiteral("kd_enabled = 1"), QStringLiteral("w_id"),
+                             QStringLiteral("weapon")});
         QCOMPARE(names(rs), (QStringList{"a", "b", "c"}));
         QVERIFY(rs.eof());
         rs.moveLast();
@@ -91,7 +92,7 @@ private slots:
 
     void addNewStandsAtTheEndUntilRequery()
     {
-        Recordset rs(*m_db, {QStringLiteral("weapon"), {}, QStringLiteral("w_id")});
+        Recordset rs(*m_db, {QStringLiteral("weapon"), {}, QStringLiteral("w_id"), QStringLiteral("weapon")});
         rs.addNew({{"w_id", 1}, {"w_name", "first by id"}});
         QCOMPARE(rs.value("w_name").toString(), QStringLiteral("a")); // the current row stays
         rs.moveLast();
@@ -100,7 +101,7 @@ private slots:
         rs.requery();
         QCOMPARE(rs.value("w_name").toString(), QStringLiteral("first by id"));
 
-        Recordset none(*m_db, {QStringLiteral("weapon"), QStringLiteral("w_id > 100"), {}});
+        Recordset none(*m_db, {QStringLiteral("weapon"), QStringLiteral("w_id > 100"), {}, {}});
         QVERIFY(none.isEmpty() && none.eof());
         none.addNew({{"w_id", 200}});
         QVERIFY(!none.hasCurrent());
@@ -110,7 +111,7 @@ private slots:
 
     void deleteLeavesNoCurrentRowUntilTheNextMove()
     {
-        Recordset rs(*m_db, {QStringLiteral("weapon"), {}, QStringLiteral("w_id")});
+        Recordset rs(*m_db, {QStringLiteral("weapon"), {}, QStringLiteral("w_id"), QStringLiteral("weapon")});
         rs.moveNext();
         rs.deleteCurrent();
         QVERIFY(!rs.hasCurrent());
@@ -227,7 +228,7 @@ private slots:
         if (qEnvironmentVariableIsSet("TARN_OPEN_WITHOUT_DIALOGS")) {
             DataControl control;
             control.setObjectName(QStringLiteral("dbOrphan"));
-            control.open(*m_db, {QStringLiteral("item"), {}, QStringLiteral("i_id")});
+            control.open(*m_db, {QStringLiteral("item"), {}, QStringLiteral("i_id"), QStringLiteral("item")});
             return;
         }
         QTemporaryDir childDir;

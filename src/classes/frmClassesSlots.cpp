@@ -65,7 +65,10 @@ int frmClasses::FindGrenadePos(const QString& gno_text) const
 void frmClasses::dbClassDef_Reposition()
 {
     showPosition();
-    setPickersEnabled(true);
+    const bool shown = ui->dbClassDef->hasCurrent();
+    setPickersEnabled(shown);
+    if (!shown) // every class was deleted by another program
+        return;
     for (const Slot& slot : m_slots) {
         const QString id = slot.hidden->text();
         slot.picker->setCurrentIndex(slot.weapon ? FindWeaponPos(id) : FindGrenadePos(id));

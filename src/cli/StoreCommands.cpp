@@ -3,6 +3,7 @@
 #include "classfile/ClassFileError.h"
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
+#include "classfile/LineReader.h"
 #include "core/AppState.h"
 #include "core/DataDirectory.h"
 #include "core/ModId.h"
@@ -16,6 +17,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryFile>
 #include <QTextStream>
 #include <functional>
 
@@ -77,14 +79,39 @@ bool writtenOut(QIODevice& out)
     return !file || (file->flush() && file->error() == QFileDevice::NoError);
 }
 
-// The whole input is read before the store is written, so that a pipe from another
+// Copies standard input to the spool, a chunk at a time so that memory stays flat. It
+// stops behind a line longer than any class file holds: the import refuses that line
+// by its number, and nothing after it needs reading.
+std::optional<QString> spool(QIODevice& in, QFileDevice& spool)
+{
+    QByteArray chunk(qsizetype(64) * 1024, Qt::Uninitialized);
+    qsizetype sinceLineEnd = 0;
+    qint64 got = 0;
+    while ((got = in.read(chunk.data(), chunk.size())) > 0) {
+        const QByteArrayView read(chunk.constData(), got);
+        if (spool.write(read.data(), got) != got)
+            return spool.errorString();
+        const qsizetype lastEnd = read.lastIndexOf('\r');
+        sinceLineEnd = lastEnd < 0 ? sinceLineEnd + got : got - lastEnd - 1;
+        if (sinceLineEnd > LineReader::MaxLineLength)
+            break;
+    }
+    if (got < 0)
+        return in.errorString();
+    return spool.flush() ? std::nullopt : std::optional(spool.errorString());
+}
+
+// The whole input is spooled before the store is written, so that a pipe from another
 // tarnctl on the same store never waits on the lock this import would hold.
 ImportResult importFromStandardInput(Database& classDb, const QString& name, QIODevice& in)
 {
-    QBuffer file;
-    file.setData(in.readAll());
-    file.open(QIODevice::ReadOnly);
-    ImportResult result = importClassFile(classDb, name, file);
+    QTemporaryFile file;
+    std::optional<QString> error = file.open() ? spool(in, file) : std::optional(file.errorString());
+    ImportResult result;
+    if (!error && file.seek(0))
+        result = importClassFile(classDb, name, file);
+    else
+        result.message = error.value_or(file.errorString());
     if (result.status == ImportResult::Status::Failed)
         result.message = QStringLiteral("Cannot import %1: %2").arg(StandardInputName, result.message);
     return result;

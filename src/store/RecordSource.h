@@ -10,6 +10,7 @@ struct RecordSource {
     QString table;
     QString filter; // a condition with "?" parameters; empty keeps every row
     QString order;  // columns, as after "order by"
+    QString noun;   // what a row is to the author: "class", "weapon"
 };
 
 } // namespace tarn

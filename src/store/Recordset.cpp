@@ -1,5 +1,6 @@
 #include "Recordset.h"
 
+#include <QDir>
 #include <algorithm>
 
 #include "Database.h"
@@ -33,7 +34,8 @@ QStringList columnNames(Statement& statement)
 } // namespace
 
 Recordset::Recordset(Database& db, const RecordSource& source, QVariantList params)
-    : m_db(db), m_table(source.table), m_idSql(idSql(source)), m_params(std::move(params)),
+    : m_db(db), m_table(source.table), m_noun(source.noun.isEmpty() ? QStringLiteral("row") : source.noun),
+      m_idSql(idSql(source)), m_params(std::move(params)),
       m_readRow(db.prepare(QStringLiteral("select * from %1 where rowid = ?").arg(source.table))),
       m_columns(columnNames(m_readRow))
 {
@@ -107,11 +109,11 @@ QVariantMap Recordset::currentRow() const
     requireCurrent("read");
     m_readRow.reset();
     m_readRow.bind(1, m_ids[size_t(m_position)]);
+    if (!m_readRow.step())
+        gone();
     QVariantMap row;
-    if (m_readRow.step()) {
-        for (int i = 0; i < m_columns.size(); ++i)
-            row.insert(m_columns[i].toLower(), m_readRow.value(i));
-    }
+    for (int i = 0; i < m_columns.size(); ++i)
+        row.insert(m_columns[i].toLower(), m_readRow.value(i));
     m_readRow.reset();
     return row;
 }
@@ -131,6 +133,8 @@ void Recordset::update(const QVariantMap& changes)
     Statement statement =
         m_db.prepare(QStringLiteral("update %1 set %2 where rowid = ?").arg(m_table, assignments.join(u", ")));
     statement.run(values);
+    if (m_db.changes() == 0)
+        gone();
 }
 
 void Recordset::addNew(const QVariantMap& values)
@@ -162,6 +166,14 @@ void Recordset::deleteCurrent()
     statement.run({m_ids[size_t(m_position)]});
     m_ids.erase(m_ids.begin() + m_position);
     m_noCurrent = true;
+}
+
+void Recordset::gone() const
+{
+    m_readRow.reset();
+    throw StoreError(QStringLiteral("The %1 on show is no longer in %2: another program has deleted it.")
+                         .arg(m_noun, QDir::toNativeSeparators(m_db.path())),
+                     StoreError::Cause::Gone);
 }
 
 void Recordset::requireCurrent(const char* operation) const

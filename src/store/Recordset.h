@@ -25,6 +25,7 @@ public:
     Recordset(Database& db, const RecordSource& source, QVariantList params = {});
 
     const QString& table() const { return m_table; }
+    const QString& noun() const { return m_noun; }
     const QStringList& columns() const { return m_columns; }
 
     // Runs the statement afresh; the first row, if any, becomes current.
@@ -53,7 +54,8 @@ public:
     // The first position in the set of a row of the table, by its rowid.
     std::optional<int> positionOf(qint64 rowId) const;
 
-    // The current row's value of a column; a null QVariant is a missing value.
+    // The current row's value of a column; a null QVariant is a missing value. Reading
+    // or writing a row another program deleted throws a StoreError that is gone().
     QVariant value(const QString& column) const;
     QVariantMap currentRow() const;
 
@@ -66,9 +68,11 @@ public:
 
 private:
     void requireCurrent(const char* operation) const;
+    [[noreturn]] void gone() const;
 
     Database& m_db;
     QString m_table;
+    QString m_noun;
     QString m_idSql;
     QVariantList m_params;
     mutable Statement m_readRow;

@@ -188,7 +188,7 @@ void throwStoreError(sqlite3* db, const QString& what)
         throw StoreError(QStringLiteral("%1 is busy: another program is writing to it (%2). Close that program or "
                                         "wait until it is done, then try again.")
                              .arg(file, why),
-                         true);
+                         StoreError::Cause::Busy);
     case SQLITE_CORRUPT:
         throw StoreError(said("is damaged: part of it cannot be read. Restore it from a backup"));
     case SQLITE_NOTADB:

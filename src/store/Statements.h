@@ -19,7 +19,7 @@ inline const QString DeleteClassesOfConfig = QStringLiteral("delete from classde
 inline const QString AllClasses = QStringLiteral("select * from classdef");
 inline const QString ClassesOfConfig = QStringLiteral("select * from classdef where package_name = ?");
 inline const RecordSource OrderedClassesOfConfig{QStringLiteral("classdef"), QStringLiteral("package_name = ?"),
-                                                 QStringLiteral("package_name,class_num")};
+                                                 QStringLiteral("package_name,class_num"), QStringLiteral("class")};
 inline const QString OrderedClasses = QStringLiteral("select * from classdef order by package_name,class_num");
 inline const QString CreateClassOrderIndex =
     QStringLiteral("create index if not exists classdef_order on classdef (package_name, class_num)");
@@ -31,9 +31,11 @@ inline const QString EnabledWeapons = QStringLiteral("SELECT * FROM weapon where
 inline const QString EnabledGrenades = QStringLiteral("SELECT * FROM grenade where kd_enabled = 1 order by g_id");
 inline const QString ItemsById = QStringLiteral("SELECT * FROM item order by i_id");
 inline const QString SpecialsById = QStringLiteral("SELECT * FROM special order by s_id");
-inline const RecordSource WeaponTable{QStringLiteral("weapon"), {}, QStringLiteral("w_id")};
-inline const RecordSource GrenadeTable{QStringLiteral("grenade"), {}, QStringLiteral("g_id")};
-inline const RecordSource ItemTable{QStringLiteral("Item"), {}, QStringLiteral("i_id")};
-inline const RecordSource SpecialTable{QStringLiteral("special"), {}, QStringLiteral("s_id")};
+inline const RecordSource WeaponTable{QStringLiteral("weapon"), {}, QStringLiteral("w_id"), QStringLiteral("weapon")};
+inline const RecordSource GrenadeTable{
+    QStringLiteral("grenade"), {}, QStringLiteral("g_id"), QStringLiteral("grenade")};
+inline const RecordSource ItemTable{QStringLiteral("Item"), {}, QStringLiteral("i_id"), QStringLiteral("item")};
+inline const RecordSource SpecialTable{
+    QStringLiteral("special"), {}, QStringLiteral("s_id"), QStringLiteral("special ability")};
 
 } // namespace tarn::sql

@@ -9,12 +9,17 @@ namespace tarn
 class StoreError : public Error
 {
 public:
-    explicit StoreError(const QString& message, bool busy = false) : Error(message), m_busy(busy) {}
-    // Another program held the store for longer than the wait.
-    bool busy() const { return m_busy; }
+    enum class Cause {
+        Other,
+        Busy, // another program held the store for longer than the wait
+        Gone, // the row is no longer there: another program deleted it
+    };
+    explicit StoreError(const QString& message, Cause cause = Cause::Other) : Error(message), m_cause(cause) {}
+    bool busy() const { return m_cause == Cause::Busy; }
+    bool gone() const { return m_cause == Cause::Gone; }
 
 private:
-    bool m_busy;
+    Cause m_cause;
 };
 
 } // namespace tarn

@@ -14,6 +14,7 @@
 #include <QShortcut>
 #include <QToolButton>
 #include <array>
+#include <utility>
 
 namespace tarn
 {
@@ -230,11 +231,16 @@ bool DataControl::moveTo(int position)
 
 // Every move, by the navigator, its keys or code, comes here: a store that cannot be read
 // now (another program holds it) refuses the move with its reason, and the row on show
-// stays current, so the same move works once the store is free.
+// stays current, so the same move works once the store is free. A row another program
+// deleted is told, and the set is read afresh.
 bool DataControl::move(Move where)
 {
     if (!m_recordset || !storeChanges())
         return false;
+    if (std::exchange(m_rowLost, false)) {
+        showWhatIsLeft();
+        return false;
+    }
     Recordset& rs = *m_recordset;
     const Recordset::Place before = rs.place();
     try {
@@ -243,9 +249,31 @@ bool DataControl::move(Move where)
     } catch (const StoreError& error) {
         rs.moveBack(before);
         refuse(error.message(), nullptr);
+        if (error.gone())
+            showWhatIsLeft();
         return false;
     }
     return true;
+}
+
+// After rows were deleted behind the window's back: the set as the store has it now,
+// from its first row, or no row at all.
+void DataControl::showWhatIsLeft()
+{
+    try {
+        m_recordset->requery();
+    } catch (const StoreError& error) {
+        refuse(error.message(), nullptr);
+        return;
+    }
+    if (m_recordset->isEmpty()) {
+        showBlank();
+        emit reposition();
+        refuse(QStringLiteral("No %1 is left here: another program has deleted them all.").arg(m_recordset->noun()),
+               nullptr);
+        return;
+    }
+    move(Move::First);
 }
 
 void DataControl::step(Move where)
@@ -368,6 +396,12 @@ bool DataControl::writeChanges(const QVariantMap& changes)
             m_recordset->update(changes);
         }
     } catch (const StoreError& error) {
+        if (error.gone()) { // nothing is left to store them in: the author is told, and may go on
+            refuse(error.message() + QStringLiteral(" The edits on show were not stored."), nullptr);
+            clearChanges();
+            m_rowLost = true;
+            return true;
+        }
         refuse(QStringLiteral("The row could not be stored: %1").arg(error.message()), nullptr);
         return false;
     }

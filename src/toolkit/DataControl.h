@@ -62,7 +62,8 @@ public:
     bool hasChanges() const;
 
     // Moves store the changed controls first; false when the store refused them.
-    // Moving past either end stays on the first or the last row.
+    // Moving past either end stays on the first or the last row. A row another program
+    // deleted is told and the set read afresh; reposition() follows even when no row is left.
     bool moveFirst();
     bool movePrevious();
     bool moveNext();
@@ -91,6 +92,7 @@ private:
 
     bool move(Move where);
     void step(Move where);
+    void showWhatIsLeft();
     void showCurrentRow();
     void showBlank();
     void applyEnabledState();
@@ -106,7 +108,8 @@ private:
     QLabel* m_caption = nullptr;
     bool m_loading = false;
     bool m_pendingNew = false;
-    int m_target = 0; // the position of a Move::To
+    bool m_rowLost = false; // the edits on show were dropped: their row is gone
+    int m_target = 0;       // the position of a Move::To
 };
 
 } // namespace tarn
