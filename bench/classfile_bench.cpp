@@ -73,9 +73,11 @@ int run(const QStringList& args)
         return 0;
     }
     if (args[0] == QLatin1String("export")) {
-        const auto error = exportConfigurationToFile({*stores.classDb, *stores.refDb},
-                                                     {.configName = Config, .modId = "0", .target = args[2]})
-                               .error;
+        const auto error =
+            exportConfigurationToFile(
+                {*stores.classDb, *stores.refDb},
+                {.configName = Config, .modId = "0", .target = args[2], .ownFiles = {}, .readerWait = {}})
+                .error;
         return error ? fail(*error) : 0;
     }
     if (args[0] == QLatin1String("copy")) {

@@ -1,6 +1,7 @@
 // Imports arbitrary bytes into a scratch store. When the import completes and the
 // export takes the rows, the file it writes must import again to the same rows and
-// export to the same lines, in the plain form and the protected one alike.
+// export to the same lines, in the plain form and the protected one alike. An export
+// that is refused must leave every row as it was.
 
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
@@ -96,9 +97,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     scratch().classDb.exec(QStringLiteral("delete from classdef; delete from package"));
     if (!import(bytes, QStringLiteral("first")))
         return 0;
+    const QStringList imported = rows(QStringLiteral("first"));
     const std::optional<QByteArray> plain = exported(QStringLiteral("first"), false);
-    if (!plain)
-        return 0; // a text the file cannot carry is refused, and nothing is written
+    if (!plain) {
+        // a text the file cannot carry is refused: nothing is written and no row changes
+        require(rows(QStringLiteral("first")) == imported);
+        return 0;
+    }
     const QStringList tracked = rows(QStringLiteral("first"));
 
     require(import(*plain, QStringLiteral("second")));
@@ -109,6 +114,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (const std::optional<QByteArray> protectedFile = exported(QStringLiteral("first"), true)) {
         require(import(*protectedFile, QStringLiteral("protected")));
         require(rows(QStringLiteral("protected")) == tracked);
+    } else {
+        require(rows(QStringLiteral("first")) == tracked);
     }
     return 0;
 }

@@ -436,6 +436,27 @@ private slots:
         QCOMPARE(slotsOf("C", 1), "<null>|<null>|<null>|<null>");
     }
 
+    // A store that may only be read still gets its file, with the slots the tracking chose;
+    // the author is told that the store could not take them.
+    void aReadOnlyStoreStillExports()
+    {
+        insertClass(db(), "C", 1, {{"class_name", "A"}, {"w2", 999}});
+        Database readOnly(db().path(), Database::Open::ReadOnly);
+        const QString path = m_data->path("out.class");
+        const ExportResult result = exportConfigurationToFile({readOnly, m_data->refDb()}, {.configName = "C",
+                                                                                            .modId = "0",
+                                                                                            .protectOutput = false,
+                                                                                            .target = path,
+                                                                                            .ownFiles = {},
+                                                                                            .readerWait = {}});
+        QCOMPARE(result.error, std::nullopt);
+        QCOMPARE(result.unstoredSlots, db().path() + " could not take the weapon and grenade slots the export chose "
+                                                     "for 1 class (it is read-only); the file carries them, the store "
+                                                     "does not.");
+        QCOMPARE(slotsOf("C", 1), "999|<null>|<null>|<null>");
+        QCOMPARE(readFile(path).split('\n')[5], "1 0 0 0 0 0 0 0 0 0\r");
+    }
+
     void unwritableFileIsNamed()
     {
         const QString path = m_data->path("missing/dir/out.class");

@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QListView>
 #include <QListWidget>
@@ -22,6 +23,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <sys/stat.h>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -167,8 +169,8 @@ private slots:
         QCOMPARE(title, QStringLiteral("Delete"));
     }
 
-    // Geometry and folders come back from the settings file; a damaged file, or a
-    // folder that is gone, gives the defaults without a word.
+    // Geometry and folders come back from the settings file; a damaged file, a pipe in
+    // its place, or a folder that is gone, gives the defaults without a word.
     void windowsRememberTheirPlaceAndFolders()
     {
         QTemporaryDir dir;
@@ -197,6 +199,15 @@ private slots:
         QVERIFY(fresh.screen()->availableGeometry().size().expandedTo(fresh.size()) ==
                 fresh.screen()->availableGeometry().size());
         QCOMPARE(WindowMemory(settingsFile).lastFolder("export"), QString());
+
+        // A pipe in the file's place is neither read (it would hang) nor replaced.
+        const QString pipe = dir.filePath("pipe.ini");
+        QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        WindowMemory(pipe).restore(fresh);
+        WindowMemory(pipe).remember(fresh);
+        WindowMemory(pipe).rememberFolderOf("export", settingsFile);
+        QCOMPARE(WindowMemory(pipe).lastFolder("export"), QString());
+        QVERIFY(!QFileInfo(pipe).isFile());
     }
 
     // Focus alone chooses nothing; an arrow key chooses as a click does; a Ctrl+click

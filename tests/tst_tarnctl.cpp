@@ -102,18 +102,24 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("said");
-        QTest::newRow("delete unknown") << QStringList{"delete", "nobody"} << "no configuration is named \"nobody\"";
-        QTest::newRow("copy unknown") << QStringList{"copy", "nobody", "x"} << "nobody";
-        QTest::newRow("export unknown") << QStringList{"export", "nobody", "f.class"} << "nobody";
+        QTest::addColumn<QByteArray>("input");
+        QTest::newRow("standard input no class file can be")
+            << QStringList{"import", "-", "zeros"} << "line 1 is longer than 32767 characters"
+            << QByteArray(8 * 1024 * 1024, '\0');
+        QTest::newRow("delete unknown") << QStringList{"delete", "nobody"} << "no configuration is named \"nobody\""
+                                        << QByteArray();
+        QTest::newRow("copy unknown") << QStringList{"copy", "nobody", "x"} << "nobody" << QByteArray();
+        QTest::newRow("export unknown") << QStringList{"export", "nobody", "f.class"} << "nobody" << QByteArray();
         QTest::newRow("import missing file")
-            << QStringList{"import", "/no/such/file.class", "x"} << "/no/such/file.class";
-        QTest::newRow("empty mod id") << QStringList{"modid", ""} << "empty Mod ID";
+            << QStringList{"import", "/no/such/file.class", "x"} << "/no/such/file.class" << QByteArray();
+        QTest::newRow("empty mod id") << QStringList{"modid", ""} << "empty Mod ID" << QByteArray();
     }
     void refusalsSayWhatAndWhy()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, said);
-        const Outcome outcome = tarnctl(arguments);
+        QFETCH(QByteArray, input);
+        const Outcome outcome = run(QStringList{"--data-dir", data()} + arguments, input);
         QCOMPARE(outcome.status, 1);
         QVERIFY2(outcome.err.contains(said.toUtf8()), outcome.err.constData());
     }
@@ -122,24 +128,32 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("target");
-        QTest::newRow("export") << QStringList{"export", "Test Set", "old.class"} << "old.class";
-        QTest::newRow("Set Mod ID") << QStringList{"modid", "77"} << "tarn.ini";
+        QTest::addColumn<bool>("linked"); // a second link: written in place, never replaced
+        QTest::newRow("export") << QStringList{"export", "Test Set", "old.class"} << "old.class" << false;
+        QTest::newRow("export into a linked file")
+            << QStringList{"export", "Test Set", "old.class"} << "old.class" << true;
+        QTest::newRow("Set Mod ID") << QStringList{"modid", "77"} << "tarn.ini" << false;
+        QTest::newRow("Set Mod ID, linked") << QStringList{"modid", "77"} << "tarn.ini" << true;
     }
-    // A child whose files may not grow (SIGXFSZ ignored) meets the failure of the last
-    // buffered write: it is told with the system's reason, and the old file stays.
+    // A child whose files may not grow meets the failure of a write: it is told with the
+    // system's reason, never killed by the signal, and the old file stays whole.
     void writeFailuresLeaveTheOldFile()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, target);
+        QFETCH(bool, linked);
         const QString path = QDir(data()).filePath(target);
-        const QByteArray old = "\"12\"\r\n" + QByteArray(3000, 'x');
+        const QByteArray old = "\"12\"\r\n" + QByteArray(30, 'x');
         QVERIFY(writeFile(path, old));
+        if (linked)
+            QCOMPARE(::link(QFile::encodeName(path).constData(), QFile::encodeName(file("other link")).constData()), 0);
         QProcess process;
         process.setWorkingDirectory(data());
-        process.start(QStringLiteral("bash"), QStringList{"-c", "trap '' XFSZ; ulimit -f 0; exec \"$0\" \"$@\"",
+        process.start(QStringLiteral("bash"), QStringList{"-c", "ulimit -f 0; exec \"$0\" \"$@\"",
                                                           QStringLiteral(TARNCTL_PATH), "--data-dir", data()} +
                                                   arguments);
         QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 1);
         QVERIFY2(process.readAllStandardError().contains("File too large"), "the system's reason");
         QCOMPARE(readFile(path), old);
@@ -166,6 +180,19 @@ private slots:
         QCOMPARE(reader.readAllStandardOutput(), expected);
         QVERIFY(QFileInfo(fifo).isFile() == false);
 
+        // Nobody reads: the wait is bounded, and the store stays free for others meanwhile.
+        const QString unread = file("unread pipe");
+        QCOMPARE(::mkfifo(QFile::encodeName(unread).constData(), 0600), 0);
+        QProcess waiting;
+        waiting.start(QStringLiteral(TARNCTL_PATH),
+                      {"--data-dir", data(), "--wait", "3", "export", "Test Set", unread});
+        QVERIFY(waiting.waitForStarted());
+        QCOMPARE(tarnctl({"--wait", "0", "new", "meanwhile"}).status, 0);
+        QVERIFY(waiting.waitForFinished(60000));
+        QCOMPARE(waiting.exitCode(), 1);
+        QVERIFY2(waiting.readAllStandardError().contains("it is a named pipe that no program is reading"),
+                 "the wait is told");
+
         QVERIFY(writeFile(file("linked"), "old"));
         QCOMPARE(::link(QFile::encodeName(file("linked")).constData(), QFile::encodeName(file("link2")).constData()),
                  0);
@@ -183,15 +210,25 @@ private slots:
         QCOMPARE(failed.status, 1);
         QVERIFY2(failed.err.contains("No space left on device"), failed.err.constData());
         QVERIFY(!QFileInfo(full).isFile());
+        // Standard output on the full device: status 1, and the slots the export tracked are not kept.
+        Database(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing).exec("update classdef set w2 = 999");
+        QProcess toFull;
+        toFull.setStandardOutputFile(full);
+        toFull.start(QStringLiteral(TARNCTL_PATH), {"--data-dir", data(), "export", "Test Set", "-"});
+        QVERIFY(toFull.waitForFinished(60000));
+        QCOMPARE(toFull.exitCode(), 1);
+        QCOMPARE(count("select count(*) from classdef where w2 = 999"), 4);
     }
 
-    // The stores and tarn.ini are known by their inode, whatever the path says.
+    // The stores, their journals and tarn.ini are known by their inode, whatever the path
+    // says, and by their name before they exist.
     void exportNeverWritesOverItsOwnFiles_data()
     {
         QTest::addColumn<QString>("target");
         QTest::newRow("class store") << "tarn_dat.db";
         QTest::newRow("reference store, by another path") << "./../data/tarn_ref.db";
         QTest::newRow("settings") << "tarn.ini";
+        QTest::newRow("a store's journal, by its name alone") << "tarn_dat.db-journal";
     }
     void exportNeverWritesOverItsOwnFiles()
     {
@@ -203,6 +240,7 @@ private slots:
         QCOMPARE(outcome.status, 1);
         QVERIFY2(outcome.err.contains("one of the workbench's own files"), outcome.err.constData());
         QCOMPARE(readFile(path), before);
+        QCOMPARE(QFileInfo::exists(path), !before.isEmpty());
     }
 
     // A store another program holds is told as busy once the wait is over, and the
@@ -220,6 +258,61 @@ private slots:
         QCOMPARE(busy.err.count('\n'), 1);
         QCOMPARE(tarnctl({"--wait", "0", "new", "after"}).status, 0);
         QCOMPARE(tarnctl({"list"}).out, QByteArray("Example\nTest Set\nafter\n")); // in the main window's order
+    }
+
+    // Status 0 means the file is complete and the tracked slots are stored; status 1 that
+    // the old file is as it was and no row changed, even when a reader holds the store.
+    void exitStatusTellsTheTruthUnderAReadersLock()
+    {
+        Database(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing).exec("update classdef set w2 = 999");
+        QVERIFY(writeFile(file("old.class"), "old"));
+        Database reader(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing);
+        reader.exec(QStringLiteral("BEGIN"));
+        QCOMPARE(reader.scalar("select count(*) from classdef").toInt(), 4);
+        const Outcome held = tarnctl({"--wait", "0", "export", "Test Set", file("old.class")});
+        reader.exec(QStringLiteral("COMMIT"));
+        QCOMPARE(held.status, 1);
+        QVERIFY2(held.err.contains("is busy"), held.err.constData());
+        QCOMPARE(readFile(file("old.class")), "old");
+        QCOMPARE(count("select count(*) from classdef where w2 = 999"), 4);
+        QCOMPARE(tarnctl({"--wait", "0", "export", "Test Set", file("old.class")}).status, 0);
+        QCOMPARE(count("select count(*) from classdef where w2 = 999"), 2); // Example's rows were not exported
+    }
+
+    // Two first starts at once make one set of stores, which the later one uses.
+    void racingFirstStartsShareOneSetOfStores()
+    {
+        for (int round = 0; round < 10; ++round) {
+            const QString dir = file(QStringLiteral("race%1").arg(round));
+            std::array<QProcess, 3> starts;
+            for (QProcess& start : starts)
+                start.start(QStringLiteral(TARNCTL_PATH), {"--data-dir", dir, "init", "-q"});
+            for (QProcess& start : starts) {
+                QVERIFY(start.waitForFinished(60000));
+                const QByteArray said = start.readAllStandardError();
+                QVERIFY2(start.exitCode() == 0 || said.contains("exists already; init touches nothing"), said);
+            }
+            QCOMPARE(run({"--data-dir", dir, "list"}).out, QByteArray("Example\n"));
+            QCOMPARE(QDir(dir).entryList(QDir::Files), QStringList({"tarn_dat.db", "tarn_ref.db"}));
+        }
+    }
+
+    // A tarn.ini that is no regular file reads as no Mod ID, never hangs, and is not written.
+    void aSettingsFileThatIsNoFileReadsAsUnset()
+    {
+        const QString ini = QDir(data()).filePath("tarn.ini");
+        QCOMPARE(::mkfifo(QFile::encodeName(ini).constData(), 0600), 0);
+        QCOMPARE(tarnctl({"modid"}).out, QByteArray("0\n"));
+        const Outcome refused = tarnctl({"modid", "5"});
+        QCOMPARE(refused.status, 1);
+        QVERIFY2(refused.err.contains("tarn.ini: it is not a regular file"), refused.err.constData());
+        QCOMPARE(tarnctl({"export", "Test Set", file("out.class")}).status, 0);
+        QVERIFY(readFile(file("out.class")).startsWith("\xD6\xB3\xA0\xB0\r\n")); // "V3 0", protected
+        if (::geteuid() != 0)
+            QSKIP("a device node of our own needs root");
+        QVERIFY(QFile::remove(ini));
+        QCOMPARE(::mknod(QFile::encodeName(ini).constData(), S_IFCHR | 0600, makedev(1, 5)), 0); // as /dev/zero
+        QCOMPARE(tarnctl({"modid"}).out, QByteArray("0\n"));
     }
 
     void badRecordIsReportedAndNoConfigurationMade()

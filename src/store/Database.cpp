@@ -13,7 +13,10 @@ namespace tarn
 Database::Database(const QString& path, Open how, std::chrono::milliseconds busyWait) : m_path(path)
 {
     // Each connection is used from one thread only, so SQLite's own mutexes are not needed.
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (how == Open::CreateNew ? SQLITE_OPEN_CREATE : 0);
+    const int access = how == Open::ReadOnly    ? SQLITE_OPEN_READONLY
+                       : how == Open::CreateNew ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE
+                                                : SQLITE_OPEN_READWRITE;
+    const int flags = access | SQLITE_OPEN_NOMUTEX;
     const QByteArray native = QDir::toNativeSeparators(path).toUtf8();
     if (sqlite3_open_v2(native.constData(), &m_db, flags, nullptr) != SQLITE_OK) {
         const QString why = m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QStringLiteral("out of memory");

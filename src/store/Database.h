@@ -11,11 +11,12 @@ namespace tarn
 {
 
 // An open SQLite database file. Opening never creates a file by accident: an
-// existing store is opened read-write only, and a new one is made only on request.
+// existing store is opened read-write (or read-only, on request), and a new one is made
+// only on request.
 class Database
 {
 public:
-    enum class Open { Existing, CreateNew };
+    enum class Open { Existing, CreateNew, ReadOnly };
     // How long a statement waits for another program (the workbench, a build script)
     // to finish its write before it gives up with the store busy.
     static constexpr std::chrono::milliseconds DefaultBusyWait{5000};
