@@ -1,5 +1,6 @@
 #include "ExportCommand.h"
 
+#include "Checks.h"
 #include "ClassFileError.h"
 #include "ClassFileWriter.h"
 #include "ExportWalk.h"
@@ -49,6 +50,7 @@ QString unstoredSlotsText(const Database& classDb, int classes)
 ExportResult exportConfiguration(const ExportStores& stores, const ExportRequest& request, QIODevice& out,
                                  const std::function<void()>& completeOutput)
 {
+    ExportResult result;
     try {
         const ReferenceLists lists = loadReferenceLists(stores.refDb);
         // Readers are kept out, so the commit after a written file can never be refused as busy.
@@ -61,15 +63,21 @@ ExportResult exportConfiguration(const ExportStores& stores, const ExportRequest
                                      .arg(request.configName));
         ClassFileWriter writer(out, request.protectOutput);
         writer.writeHeader(request.modId, request.configName);
-        const int tracked = ExportWalk(stores.classDb, lists).run(request.configName, writer, storeSlots);
+        ClassChecks checks(lists, request.configName, request.protectOutput);
+        const int tracked = ExportWalk(stores.classDb, lists).run(request.configName, &writer, storeSlots, &checks);
+        result.warnings = checks.problems();
+        if (request.strict && !result.warnings.empty())
+            throw ClassFileError(QStringLiteral("%1 (and %2 more); with --strict nothing was written.")
+                                     .arg(describe(result.warnings.front()))
+                                     .arg(result.warnings.size() - 1));
         if (completeOutput)
             completeOutput();
         transaction.commit();
         if (!storeSlots && tracked > 0)
-            return {.error = std::nullopt, .unstoredSlots = unstoredSlotsText(stores.classDb, tracked)};
-        return {};
+            result.unstoredSlots = unstoredSlotsText(stores.classDb, tracked);
+        return result;
     } catch (const Error& e) {
-        return {.error = e.message(), .unstoredSlots = std::nullopt};
+        return {.error = e.message(), .unstoredSlots = std::nullopt, .warnings = {}};
     }
 }
 
@@ -79,10 +87,11 @@ ExportResult exportConfigurationToFile(const ExportStores& stores, const ExportR
     if (const std::optional<QString> own = ownFileAt(path, request.ownFiles))
         return {.error = QStringLiteral("Cannot write %1: it is %2, one of the workbench's own files.")
                              .arg(QDir::toNativeSeparators(path), QDir::toNativeSeparators(*own)),
-                .unstoredSlots = std::nullopt};
+                .unstoredSlots = std::nullopt,
+                .warnings = {}};
     OutputFile file(path, request.readerWait);
     if (!file.open())
-        return {.error = file.errorText(), .unstoredSlots = std::nullopt};
+        return {.error = file.errorText(), .unstoredSlots = std::nullopt, .warnings = {}};
     ExportResult result = exportConfiguration(stores, request, file.device(), [&] {
         if (!file.commit())
             throw ClassFileError(file.errorText());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Checks.h"
+
 #include <QString>
 #include <QStringList>
 #include <chrono>
@@ -28,6 +30,7 @@ struct ExportRequest {
     QString target;                          // the file, for exportConfigurationToFile
     QStringList ownFiles;                    // the data directory's files, refused as targets by name and by inode
     std::chrono::milliseconds readerWait{0}; // how long a named pipe may wait for its reader
+    bool strict = false;                     // a warning refuses the export as an error does
 };
 
 // What an export came to. On an error the target and the rows are as they were.
@@ -36,6 +39,8 @@ struct ExportResult {
     // Set when the file was written but the store could not take the slots the tracking
     // changed (a read-only store): the file carries them, the rows do not.
     std::optional<QString> unstoredSlots;
+    // What the file carries that the author may not expect: the checks' warnings.
+    std::vector<Problem> warnings;
 };
 
 // Writes the class file of a configuration, protected or not, to a device opened for

@@ -1,5 +1,6 @@
 #include "ExportWalk.h"
 
+#include "Checks.h"
 #include "ClassFileWriter.h"
 #include "SlotSearch.h"
 #include "store/Classes.h"
@@ -19,7 +20,7 @@ constexpr std::size_t AmmoLimits = 6;
 
 // Where each column that the export reads stands in the rows of the walk.
 struct Columns {
-    int rowId = 0;
+    int rowId = 0, number = 0;
     int name = 0, model = 0, redSkin = 0, blueSkin = 0, decoySkin = 0, armor = 0, speed = 0, health = 0;
     std::array<int, WeaponSlots> weapons{};
     std::array<int, GrenadeSlots> grenades{};
@@ -72,6 +73,7 @@ Columns locate(const Statement& rows)
     const ColumnFinder at(rows);
     Columns c;
     c.rowId = at(QStringLiteral("rowid"));
+    c.number = at(QStringLiteral("class_num"));
     c.name = at(QStringLiteral("class_name"));
     c.model = at(QStringLiteral("model_name"));
     c.redSkin = at(QStringLiteral("skin_name1"));
@@ -168,7 +170,7 @@ ExportWalk::ExportWalk(Database& classDb, const ReferenceLists& lists)
 {
 }
 
-int ExportWalk::run(const QString& configName, ClassFileWriter& writer, bool storeSlots)
+int ExportWalk::run(const QString& configName, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks)
 {
     static const auto weaponColumns = columnNames<WeaponSlots>("w", 2);
     static const auto grenadeColumns = columnNames<GrenadeSlots>("g", 1);
@@ -179,6 +181,8 @@ int ExportWalk::run(const QString& configName, ClassFileWriter& writer, bool sto
     int tracked = 0;
     while (rows.step()) {
         ExportedClass cls = exportedClass(rows, columns, m_lists);
+        if (checks)
+            checks->check(rows.int64(columns.rowId), rows.optionalInt64(columns.number), cls);
         changes.clear();
         trackSlots(cls.weapons, m_weaponIds, weaponColumns, changes);
         trackSlots(cls.grenades, m_grenadeIds, grenadeColumns, changes);
@@ -187,7 +191,8 @@ int ExportWalk::run(const QString& configName, ClassFileWriter& writer, bool sto
             if (storeSlots)
                 slotWriter.write(rows.int64(columns.rowId), changes);
         }
-        writer.writeClass(cls);
+        if (writer)
+            writer->writeClass(cls);
     }
     return tracked;
 }

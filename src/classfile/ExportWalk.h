@@ -7,6 +7,7 @@
 namespace tarn
 {
 
+class ClassChecks;
 class ClassFileWriter;
 class Database;
 
@@ -17,8 +18,9 @@ class ExportWalk
 {
 public:
     ExportWalk(Database& classDb, const ReferenceLists& lists);
-    // Returns how many classes the tracking changed.
-    int run(const QString& configName, ClassFileWriter& writer, bool storeSlots = true);
+    // Each class goes to the checks (if any) as stored, then to the writer (if any) as
+    // tracked. Returns how many classes the tracking changed.
+    int run(const QString& configName, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks = nullptr);
 
 private:
     Database& m_classDb;

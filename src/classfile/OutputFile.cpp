@@ -8,7 +8,6 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -43,22 +42,15 @@ bool namesADescriptor(const QString& path)
     return absolute.startsWith(QLatin1String("/dev/")) || absolute.startsWith(QLatin1String("/proc/"));
 }
 
-// Room for the whole new content at the start of the file, asked of the size limit
-// (ulimit -f) and of the disk before any byte of the file changes.
+// Room for the whole new content at the start of the file, asked of the disk and of the
+// size limit (ulimit -f) before any byte of the file changes.
 std::optional<QString> reserve(int fd, qint64 size)
 {
-    rlimit limit{};
-    if (::getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY && quint64(size) > limit.rlim_cur)
-        return QStringLiteral("%1: the new content of %2 bytes is more than this process may write to a file "
-                              "(its size limit is %3 bytes); the file is as it was")
-            .arg(reasonOf(EFBIG))
-            .arg(size)
-            .arg(quint64(limit.rlim_cur));
     const int refused = size > 0 ? ::posix_fallocate(fd, 0, off_t(size)) : 0;
     if (refused == 0 || refused == EINVAL ||
         refused == EOPNOTSUPP) // a file system that cannot reserve is written as is
         return std::nullopt;
-    return QStringLiteral("%1: there is no room for the new content; the file is as it was").arg(reasonOf(refused));
+    return QStringLiteral("%1; the file is as it was").arg(reasonOf(refused));
 }
 
 bool writeAll(int fd, const QByteArray& bytes)

@@ -24,7 +24,7 @@ QString insertClassSql()
 QString exportRowsSql()
 {
     QStringList columns = schema::classColumnNames();
-    for (const char* unread : {"package_name", "class_num", "w1", "i9"})
+    for (const char* unread : {"package_name", "w1", "i9"})
         columns.removeOne(QLatin1String(unread));
     return QStringLiteral("select rowid, %1 from classdef where %2 order by %3")
         .arg(columns.join(u", "), sql::OrderedClassesOfConfig.filter, sql::OrderedClassesOfConfig.order);

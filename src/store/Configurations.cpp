@@ -24,6 +24,11 @@ QStringList listConfigurations(Database& classDb)
     return names;
 }
 
+int countPackageRows(Database& classDb, const QString& name)
+{
+    return classDb.scalar(sql::PackageRowsOfConfig, {name}).toInt();
+}
+
 int countClasses(Database& classDb, const QString& name)
 {
     return classDb.scalar(sql::ClassCountOfConfig, {name}).toInt();

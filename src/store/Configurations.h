@@ -15,6 +15,8 @@ class Database;
 // Configuration names in the store's order of package_name.
 QStringList listConfigurations(Database& classDb);
 bool configurationExists(Database& classDb, const QString& name);
+// The number of package rows that carry the name: more than one lists it twice.
+int countPackageRows(Database& classDb, const QString& name);
 // The number of classes under the name.
 int countClasses(Database& classDb, const QString& name);
 void addConfiguration(Database& classDb, const QString& name);

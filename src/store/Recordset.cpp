@@ -110,7 +110,7 @@ QVariantMap Recordset::currentRow() const
     m_readRow.reset();
     m_readRow.bind(1, m_ids[size_t(m_position)]);
     if (!m_readRow.step())
-        gone();
+        gone("to show");
     QVariantMap row;
     for (int i = 0; i < m_columns.size(); ++i)
         row.insert(m_columns[i].toLower(), m_readRow.value(i));
@@ -134,7 +134,7 @@ void Recordset::update(const QVariantMap& changes)
         m_db.prepare(QStringLiteral("update %1 set %2 where rowid = ?").arg(m_table, assignments.join(u", ")));
     statement.run(values);
     if (m_db.changes() == 0)
-        gone();
+        gone("on show");
 }
 
 void Recordset::addNew(const QVariantMap& values)
@@ -168,11 +168,11 @@ void Recordset::deleteCurrent()
     m_noCurrent = true;
 }
 
-void Recordset::gone() const
+void Recordset::gone(const char* which) const
 {
     m_readRow.reset();
-    throw StoreError(QStringLiteral("The %1 on show is no longer in %2: another program has deleted it.")
-                         .arg(m_noun, QDir::toNativeSeparators(m_db.path())),
+    throw StoreError(QStringLiteral("The %1 %2 is no longer in %3: another program has deleted it.")
+                         .arg(m_noun, QLatin1String(which), QDir::toNativeSeparators(m_db.path())),
                      StoreError::Cause::Gone);
 }
 

@@ -68,7 +68,7 @@ public:
 
 private:
     void requireCurrent(const char* operation) const;
-    [[noreturn]] void gone() const;
+    [[noreturn]] void gone(const char* which) const;
 
     Database& m_db;
     QString m_table;

@@ -34,15 +34,19 @@ std::vector<BoxEntry> loadBoxes(Database& refDb, const QString& sql, const QStri
 
 } // namespace
 
-ReferenceLists loadReferenceLists(Database& refDb)
+ReferenceLists loadReferenceLists(Database& refDb, int itemRows, int specialRows)
 {
     ReferenceLists lists;
     lists.weapons = loadPicker(refDb, sql::EnabledWeapons, QStringLiteral("w_id"), QStringLiteral("w_name"));
     lists.grenades = loadPicker(refDb, sql::EnabledGrenades, QStringLiteral("g_id"), QStringLiteral("g_name"));
-    lists.items = loadBoxes(refDb, sql::ItemsById, QStringLiteral("i_id"), QStringLiteral("i_name"), ItemBoxes);
-    lists.specials =
-        loadBoxes(refDb, sql::SpecialsById, QStringLiteral("s_id"), QStringLiteral("s_name"), SpecialBoxes);
+    lists.items = loadBoxes(refDb, sql::ItemsById, QStringLiteral("i_id"), QStringLiteral("i_name"), itemRows);
+    lists.specials = loadBoxes(refDb, sql::SpecialsById, QStringLiteral("s_id"), QStringLiteral("s_name"), specialRows);
     return lists;
+}
+
+ReferenceLists loadReferenceLists(Database& refDb)
+{
+    return loadReferenceLists(refDb, ItemBoxes, SpecialBoxes);
 }
 
 } // namespace tarn

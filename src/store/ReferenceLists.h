@@ -35,5 +35,7 @@ inline constexpr int ItemBoxes = 8;
 inline constexpr int SpecialBoxes = 21;
 
 ReferenceLists loadReferenceLists(Database& refDb);
+// The same with up to the given numbers of item and ability rows, past the boxes too.
+ReferenceLists loadReferenceLists(Database& refDb, int itemRows, int specialRows);
 
 } // namespace tarn

@@ -23,6 +23,7 @@ inline const RecordSource OrderedClassesOfConfig{QStringLiteral("classdef"), QSt
 inline const QString OrderedClasses = QStringLiteral("select * from classdef order by package_name,class_num");
 inline const QString CreateClassOrderIndex =
     QStringLiteral("create index if not exists classdef_order on classdef (package_name, class_num)");
+inline const QString PackageRowsOfConfig = QStringLiteral("select count(*) from package where package_name = ?");
 inline const QString ClassCountOfConfig = QStringLiteral("select count(*) from classdef where package_name = ?");
 inline const QString ClassRowsByNumber =
     QStringLiteral("select rowid from classdef where package_name = ? and class_num = ?");

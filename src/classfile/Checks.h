@@ -1,0 +1,73 @@
+#pragma once
+
+#include "ClassFileWriter.h"
+#include "store/ReferenceLists.h"
+
+#include <QString>
+#include <optional>
+#include <vector>
+
+namespace tarn
+{
+
+class Database;
+
+// Something the export will refuse (an error) or quietly alter (a warning), found before
+// it happens, with where it is and what will happen.
+struct Problem {
+    enum class Severity { Warning, Error };
+    Severity severity = Severity::Warning;
+    QString configName;          // empty for the reference tables
+    std::optional<qint64> rowId; // the class's row, to go to
+    std::optional<qint64> classNumber;
+    QString className;
+    QString field; // "weapon 3", "max armor", "item table"
+    QString what;  // what will happen, in an author's words
+
+    bool isError() const { return severity == Severity::Error; }
+};
+
+// One line: "warning: "Example", class 2 "Gunner", weapon 3: id 57 is ...".
+QString describe(const Problem& problem);
+// How many of the problems are warnings, and whether any is an error.
+qsizetype warningCount(const std::vector<Problem>& problems);
+bool hasError(const std::vector<Problem>& problems);
+
+// The checks of one configuration's classes, met one by one in class_num order as the
+// export walks them, before the slot tracking touches them.
+class ClassChecks
+{
+public:
+    ClassChecks(const ReferenceLists& lists, QString configName, bool protectOutput);
+
+    void check(qint64 rowId, std::optional<qint64> classNumber, const ExportedClass& cls);
+    const std::vector<Problem>& problems() const { return m_problems; }
+
+private:
+    void add(Problem::Severity severity, const QString& field, const QString& what);
+    void checkSlots(const ExportedClass& cls);
+    void checkNumbers(const ExportedClass& cls);
+    void checkNames(const ExportedClass& cls);
+    void checkText(const QString& field, const QString& text);
+    void checkLineLengths(const ExportedClass& cls);
+
+    const ReferenceLists& m_lists;
+    std::vector<qint64> m_weaponIds;
+    std::vector<qint64> m_grenadeIds;
+    QString m_configName;
+    bool m_protect;
+    std::vector<Problem> m_problems;
+    // The class on show while checking it, and the number before it.
+    std::optional<qint64> m_rowId;
+    std::optional<qint64> m_number;
+    QString m_className;
+    std::optional<qint64> m_previousNumber;
+};
+
+// Every problem of a stored configuration, for the form it would be exported in.
+std::vector<Problem> checkConfiguration(Database& classDb, Database& refDb, const QString& configName,
+                                        bool protectOutput);
+// Every problem of the reference tables: ids that collide, rows the editor never shows.
+std::vector<Problem> checkReferenceTables(Database& refDb);
+
+} // namespace tarn
