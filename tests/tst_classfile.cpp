@@ -1,3 +1,4 @@
+#include "classfile/Checks.h"
 #include "classfile/Cp1252.h"
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
@@ -455,6 +456,115 @@ private slots:
                                                      "does not.");
         QCOMPARE(slotsOf("C", 1), "999|<null>|<null>|<null>");
         QCOMPARE(readFile(path).split('\n')[5], "1 0 0 0 0 0 0 0 0 0\r");
+    }
+
+    // Each check on the stored rows of "Test Set", whose file reads back as it is, once a
+    // statement has spoilt it; the export finds the same warnings as it writes.
+    void checksTellWhatTheExportWouldDo_data()
+    {
+        QTest::addColumn<QString>("spoil");
+        QTest::addColumn<bool>("protect");
+        QTest::addColumn<QStringList>("told");
+        const QString gunner = QStringLiteral("\"Test Set\", class 5 \"Gunner\", ");
+        const auto set = [](const char* assignment) {
+            return QStringLiteral("update classdef set %1 where class_num = 5").arg(QString::fromUtf8(assignment));
+        };
+        QTest::newRow("nothing") << "" << true << QStringList{};
+        QTest::newRow("a weapon no picker offers")
+            << set("w3 = 57") << true
+            << QStringList{"warning: " + gunner +
+                           "weapon 3: id 57 is no enabled weapon: the export stores and writes the first one, "
+                           "\"None\" (id 0), in its place"};
+        QTest::newRow("a grenade no picker offers") << set("g2 = 57") << true
+                                                    << QStringList{"warning: " + gunner +
+                                                                   "grenade 2: id 57 is no enabled grenade: the export "
+                                                                   "stores and writes the first one, \"None\" (id 0), "
+                                                                   "in its place"};
+        QTest::newRow("an empty number")
+            << set("maxcells = null") << true
+            << QStringList{"warning: " + gunner +
+                           "cells limit: empty: the class file gets an empty field here, and will not read back"};
+        QTest::newRow("an empty skin") << set("skin_name1 = null") << true
+                                       << QStringList{"warning: " + gunner +
+                                                      "red skin: empty: the fields after it move up one place, and "
+                                                      "the class file will not read back"};
+        QTest::newRow("a model name with a blank")
+            << set("model_name = 'gun ner'") << true
+            << QStringList{"warning: " + gunner +
+                           "model name: holds a blank: the class file splits it in two fields, and will not read back"};
+        QTest::newRow("a letter the protected form refuses")
+            << set("class_name = 'Gunn\u00e9r'") << true
+            << QStringList{"error: \"Test Set\", class 5 \"Gunn\u00e9r\", class name: holds \"\u00e9\", which a "
+                           "protected class file cannot carry: Save As refuses it"};
+        QTest::newRow("a letter the plain form alters")
+            << set("class_name = 'Gunn\u00e9r'") << false
+            << QStringList{"warning: \"Test Set\", class 5 \"Gunn\u00e9r\", class name: holds \"\u00e9\", which "
+                           "reads back from the plain form as \"i\""};
+        QTest::newRow("a no-break space in the plain form")
+            << set("model_name = 'gun\u00a0ner'") << false
+            << QStringList{"warning: " + gunner +
+                           "model name: holds a no-break space, which reads back from the plain form as a blank and "
+                           "splits the field"};
+        QTest::newRow("a carriage return") << set("skin_name2 = 'b' || char(13)") << false
+                                           << QStringList{"error: " + gunner +
+                                                          "blue skin: holds a carriage return, which would end its "
+                                                          "line: the export refuses it"};
+        QTest::newRow("a line too long") << set("model_name = printf('%.32767c', 'm')") << false
+                                         << QStringList{"error: " + gunner +
+                                                        "model name: makes its line 32780 characters long, more than "
+                                                        "the 32767 a class file line holds: the export refuses it"};
+        QTest::newRow("two classes of one number")
+            << set("class_num = 1") << true
+            << QStringList{"warning: \"Test Set\", class 1 \"Gunner\", class number: another class of this "
+                           "configuration has number 1 too: which of them the class file lists first is not fixed"};
+        QTest::newRow("a name on two package rows")
+            << "insert into package (package_name) values ('Test Set')" << true
+            << QStringList{"warning: \"Test Set\", configuration name: 2 configurations carry this name: their "
+                           "classes are listed, exported, copied and deleted as one"};
+    }
+    void checksTellWhatTheExportWouldDo()
+    {
+        QFETCH(QString, spoil);
+        QFETCH(bool, protect);
+        QFETCH(QStringList, told);
+        insertTestSet(db());
+        if (!spoil.isEmpty())
+            db().exec(spoil);
+        QStringList found;
+        for (const Problem& problem : checkConfiguration(db(), m_data->refDb(), "Test Set", protect))
+            found << describe(problem);
+        QCOMPARE(found, told);
+    }
+
+    // The reference tables' own checks: ids that collide, rows the editor never shows.
+    void referenceChecksFindCollidingIds()
+    {
+        setReferenceRows(m_data->refDb(), "item",
+                         {{1, "One"},
+                          {3, "Three"},
+                          {1, "Again"},
+                          {4, "a"},
+                          {8, "b"},
+                          {16, "c"},
+                          {32, "d"},
+                          {64, "e"},
+                          {128, "Ninth"}});
+        setReferenceRows(m_data->refDb(), "weapon", {{2, "Shotgun"}, {2, "Twin"}, {5, "Off", 0}});
+        QStringList found;
+        for (const Problem& problem : checkReferenceTables(m_data->refDb()))
+            found << describe(problem);
+        QCOMPARE(found, QStringList({"warning: \"Shotgun\", weapon id: id 2 is used by 2 enabled weapons: a class "
+                                     "that holds it shows and keeps the last of them",
+                                     "warning: \"Twin\", weapon id: id 2 is used by 2 enabled weapons: a class that "
+                                     "holds it shows and keeps the last of them",
+                                     "warning: \"One\", item id: id 1 stands in 2 rows: their boxes add the same "
+                                     "bit, and classes read back with both ticked",
+                                     "warning: \"Again\", item id: id 1 stands in 2 rows: their boxes add the same "
+                                     "bit, and classes read back with both ticked",
+                                     "warning: \"Three\", item id: id 3 is not a power of two: its bit runs into "
+                                     "others in the sums, and classes read back with other items",
+                                     "warning: \"Ninth\", item id: the class editor has 8 item boxes and this is "
+                                     "row 9: no class can have it"}));
     }
 
     void unwritableFileIsNamed()

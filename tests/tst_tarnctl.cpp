@@ -315,6 +315,59 @@ private slots:
         QCOMPARE(tarnctl({"modid"}).out, QByteArray("0\n"));
     }
 
+    // check --config and --ref find what an export would meet; warnings pass unless
+    // --strict, errors fail; a strict export that would carry a warning writes nothing.
+    void checksAndStrictExportsSetTheStatus_data()
+    {
+        QTest::addColumn<QString>("spoil"); // a statement on the class store, or on the reference store ("ref:")
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("said"); // on standard error, or standard output with --json
+        const QStringList config{"check", "--config", "Test Set"};
+        const QString weapon = "update classdef set w3 = 57 where class_num = 5";
+        QTest::newRow("no problems") << "" << config << 0 << "";
+        QTest::newRow("a warning") << weapon << config << 0
+                                   << "tarnctl: warning: \"Test Set\", class 5 \"Gunner\", "
+                                      "weapon 3: id 57 is no enabled weapon";
+        QTest::newRow("a warning, strict") << weapon << config + QStringList{"--strict"} << 1 << "weapon 3";
+        QTest::newRow("as JSON") << weapon << config + QStringList{"--json"} << 0 << "\"field\": \"weapon 3\"";
+        const QString accent = "update classdef set class_name = 'Gunn\u00e9r' where class_num = 5";
+        QTest::newRow("an error") << accent << config << 1 << "tarnctl: error: ";
+        QTest::newRow("a warning in the plain form")
+            << accent << config + QStringList{"--unprotected"} << 0 << "tarnctl: warning: ";
+        QTest::newRow("reference tables")
+            << "ref:update weapon set w_id = 2 where w_id = 3" << QStringList{"check", "--ref"} << 0
+            << "weapon id: id 2 is used by 2 enabled weapons";
+        QTest::newRow("reference tables, strict") << "ref:update weapon set w_id = 2 where w_id = 3"
+                                                  << QStringList{"check", "--ref", "--strict"} << 1 << "weapon id";
+        QTest::newRow("export with a warning")
+            << weapon << QStringList{"export", "Test Set", "out.class"} << 0 << "tarnctl: warning: ";
+        QTest::newRow("strict export with a warning")
+            << weapon << QStringList{"export", "Test Set", "out.class", "--strict"} << 1
+            << "tarnctl: the class file would carry 1 warning; a strict export writes nothing.";
+    }
+    void checksAndStrictExportsSetTheStatus()
+    {
+        QFETCH(QString, spoil);
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, said);
+        if (spoil.startsWith("ref:"))
+            Database(QDir(data()).filePath("tarn_ref.db"), Database::Open::Existing).exec(spoil.mid(4));
+        else if (!spoil.isEmpty())
+            Database(QDir(data()).filePath("tarn_dat.db"), Database::Open::Existing).exec(spoil);
+        if (arguments.first() == "export")
+            arguments[2] = file(arguments[2]);
+        const Outcome outcome = tarnctl(arguments);
+        QCOMPARE(outcome.status, status);
+        const QByteArray told = arguments.contains("--json") ? outcome.out : outcome.err;
+        QVERIFY2(said.isEmpty() ? told.isEmpty() : told.contains(said.toUtf8()), told.constData());
+        if (arguments.first() == "export") { // written and tracked, or neither
+            QCOMPARE(QFileInfo::exists(arguments[2]), status == 0);
+            QCOMPARE(count("select count(*) from classdef where w3 = 57"), status);
+        }
+    }
+
     void badRecordIsReportedAndNoConfigurationMade()
     {
         QVERIFY(writeFile(file("bad.class"), classFile(ClassFileHeader + classRecord("A]") + QByteArrayList{"stray"} +
@@ -337,6 +390,9 @@ private slots:
         QTest::newRow("json on the wrong command") << QStringList{"new", "a", "--json"};
         QTest::newRow("wait without a number") << QStringList{"--wait", "soon", "list"};
         QTest::newRow("help on an unknown command") << QStringList{"help", "frobnicate"};
+        QTest::newRow("check of two things") << QStringList{"check", "f.class", "--ref"};
+        QTest::newRow("check of nothing") << QStringList{"check"};
+        QTest::newRow("strict on the wrong command") << QStringList{"list", "--strict"};
     }
     // One line names the problem, and one points to the help.
     void usageErrorsExitWithTwo()

@@ -66,10 +66,13 @@ ExportResult exportConfiguration(const ExportStores& stores, const ExportRequest
         ClassChecks checks(lists, request.configName, request.protectOutput);
         const int tracked = ExportWalk(stores.classDb, lists).run(request.configName, &writer, storeSlots, &checks);
         result.warnings = checks.problems();
-        if (request.strict && !result.warnings.empty())
-            throw ClassFileError(QStringLiteral("%1 (and %2 more); with --strict nothing was written.")
-                                     .arg(describe(result.warnings.front()))
-                                     .arg(result.warnings.size() - 1));
+        if (request.strict && !result.warnings.empty()) { // the rows are rolled back, the file is never written
+            result.error =
+                QStringLiteral("the class file would carry %1; a strict export writes nothing.")
+                    .arg(result.warnings.size() == 1 ? QStringLiteral("1 warning")
+                                                     : QStringLiteral("%1 warnings").arg(result.warnings.size()));
+            return result;
+        }
         if (completeOutput)
             completeOutput();
         transaction.commit();

@@ -33,7 +33,8 @@ struct ExportRequest {
     bool strict = false;                     // a warning refuses the export as an error does
 };
 
-// What an export came to. On an error the target and the rows are as they were.
+// What an export came to. On an error the target and the rows are as they were; the
+// warnings are kept when a strict export refuses because of them.
 struct ExportResult {
     std::optional<QString> error;
     // Set when the file was written but the store could not take the slots the tracking

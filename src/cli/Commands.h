@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Tarnctl.h"
+#include "classfile/Checks.h"
 
 #include <QString>
 #include <QStringList>
@@ -18,6 +19,9 @@ struct Invocation {
     bool unprotected = false;
     bool json = false;
     bool quiet = false;
+    bool strict = false;                       // a warning fails the command as an error does
+    QString config{};                          // check --config NAME
+    bool reference = false;                    // check --ref
     std::chrono::milliseconds busyWait{30000}; // a build may run many imports at once
 };
 
@@ -34,6 +38,14 @@ int copyCommand(const Invocation& call, Console& console);
 int exportCommand(const Invocation& call, Console& console);
 int importCommand(const Invocation& call, Console& console);
 int modIdCommand(const Invocation& call, Console& console);
+// check --config NAME and check --ref: the stored rows' problems.
+int checkStoredCommand(const Invocation& call, Console& console);
+
+// What the checks found, as tarnctl tells it: a line on standard error for each problem
+// ("tarnctl: warning: ..."), or the list as JSON on standard output with --json.
+void reportProblems(const std::vector<Problem>& problems, const Invocation& call, Console& console);
+// 1 when a problem fails the command: an error, or with --strict any warning.
+int statusOf(const std::vector<Problem>& problems, const Invocation& call);
 
 // Commands on class files alone.
 int protectCommand(const Invocation& call, Console& console);

@@ -1,10 +1,8 @@
 #include "Commands.h"
 
-#include "classfile/ImportCommand.h"
 #include "classfile/Protection.h"
 
-#include <QDir>
-#include <QFile>
+#include <QIODevice>
 #include <QTextStream>
 
 namespace tarn::cli
@@ -82,27 +80,6 @@ int unprotectCommand(const Invocation&, Console& console)
 {
     return filterLines(console,
                        [](const QByteArray& text, int) -> std::optional<QByteArray> { return unprotectLine(text); });
-}
-
-int checkCommand(const Invocation& call, Console& console)
-{
-    const QString& path = call.arguments[0];
-    const bool standardInput = path == StandardStream;
-    QFile file(path);
-    if (!standardInput && !file.open(QIODevice::ReadOnly)) {
-        console.error
-            << QStringLiteral("tarnctl: cannot open %1: %2\n").arg(QDir::toNativeSeparators(path), file.errorString());
-        return Refused;
-    }
-    const ClassFileCheck check = checkClassFile(standardInput ? console.in : file);
-    const QString name = standardInput ? StandardInputName : QDir::toNativeSeparators(path);
-    for (const QString& warning : check.warnings)
-        console.error << name << ": warning: " << warning << '\n';
-    for (const QString& problem : check.problems)
-        console.error << name << ": " << problem << '\n';
-    if (check.problems.isEmpty() && !call.quiet)
-        console.text << name << ": no problems\n";
-    return check.problems.isEmpty() ? Success : Refused;
 }
 
 } // namespace tarn::cli

@@ -199,7 +199,8 @@ int exportCommand(const Invocation& call, Console& console)
                                     .protectOutput = !call.unprotected,
                                     .target = call.arguments[1],
                                     .ownFiles = ownFiles(state.dataDirectory),
-                                    .readerWait = call.busyWait};
+                                    .readerWait = call.busyWait,
+                                    .strict = call.strict};
         ExportResult result;
         if (request.target != StandardStream) {
             result = exportConfigurationToFile(stores, request);
@@ -214,11 +215,29 @@ int exportCommand(const Invocation& call, Console& console)
                         QStringLiteral("cannot write standard output: %1").arg(console.out.errorString()));
             });
         }
+        reportProblems(result.warnings, {}, console);
         if (result.error)
             return refuse(console, *result.error);
         if (result.unstoredSlots)
             console.error << "tarnctl: warning: " << *result.unstoredSlots << '\n';
         return Success;
+    });
+}
+
+int checkStoredCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        if (!call.config.isEmpty()) {
+            if (const auto refused = requireConfiguration(state, call.config, console))
+                return *refused;
+        }
+        const std::vector<Problem> problems =
+            call.reference ? checkReferenceTables(state.refDb())
+                           : checkConfiguration(state.classDb(), state.refDb(), call.config, !call.unprotected);
+        reportProblems(problems, call, console);
+        if (problems.empty() && !call.quiet && !call.json)
+            console.text << "no problems\n";
+        return statusOf(problems, call);
     });
 }
 

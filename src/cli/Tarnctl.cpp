@@ -59,8 +59,9 @@ const std::map<QString, CommandInfo>& commands()
         {QStringLiteral("delete"), {deleteCommand, 1, 1, "delete NAME", "deletes a configuration and its classes"}},
         {QStringLiteral("copy"), {copyCommand, 2, 2, "copy SOURCE NEW", "copies a configuration with all its classes"}},
         {QStringLiteral("export"),
-         {exportCommand, 2, 2, "export NAME FILE [--unprotected]",
-          "writes a class file, protected unless --unprotected"}},
+         {exportCommand, 2, 2, "export NAME FILE [--unprotected] [--strict]",
+          "writes a class file, protected unless --unprotected; its warnings go to standard error, and with "
+          "--strict any warning refuses the export"}},
         {QStringLiteral("import"),
          {importCommand, 2, 2, "import FILE NAME", "reads a class file as a new configuration"}},
         {QStringLiteral("modid"), {modIdCommand, 0, 1, "modid [VALUE]", "prints the Mod ID, or sets it"}},
@@ -73,7 +74,9 @@ const std::map<QString, CommandInfo>& commands()
           "filters standard input to standard output, line by line, into the "
           "plain form"}},
         {QStringLiteral("check"),
-         {checkCommand, 1, 1, "check FILE", "lists every problem an import of FILE would meet"}},
+         {checkCommand, 0, 1, "check FILE | --config NAME [--unprotected] | --ref  [--strict] [--json]",
+          "lists every problem an import of FILE would meet, or that an export of a stored configuration or the "
+          "reference tables would meet; 1 on an error, and with --strict on any warning"}},
     };
     return table;
 }
@@ -123,7 +126,10 @@ int run(const QStringList& arguments, Console& console)
     const QCommandLineOption quiet(QStringList{QStringLiteral("q"), QStringLiteral("quiet")});
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption version(QStringLiteral("version"));
-    parser.addOptions({dataDir, unprotected, json, wait, quiet, help, version});
+    const QCommandLineOption strict(QStringLiteral("strict"));
+    const QCommandLineOption config(QStringLiteral("config"), QString(), QStringLiteral("name"));
+    const QCommandLineOption reference(QStringLiteral("ref"));
+    parser.addOptions({dataDir, unprotected, json, wait, quiet, help, version, strict, config, reference});
     if (!parser.parse(QStringList{QStringLiteral("tarnctl")} + arguments))
         return usageError(console, parser.errorText());
     QStringList positional = parser.positionalArguments();
@@ -147,14 +153,24 @@ int run(const QStringList& arguments, Console& console)
     if (positional.size() > info.maxArguments)
         return usageError(
             console, QStringLiteral("too many arguments for %1: \"%2\"").arg(command, positional[info.maxArguments]));
-    if (parser.isSet(unprotected) && command != QLatin1String("export"))
-        return usageError(console, QStringLiteral("--unprotected goes with export only"));
-    if (parser.isSet(json) && command != QLatin1String("list"))
-        return usageError(console, QStringLiteral("--json goes with list only"));
+    const bool check = command == QLatin1String("check");
+    if (parser.isSet(unprotected) && command != QLatin1String("export") && !(check && parser.isSet(config)))
+        return usageError(console, QStringLiteral("--unprotected goes with export and check --config only"));
+    if (parser.isSet(json) && command != QLatin1String("list") && !check)
+        return usageError(console, QStringLiteral("--json goes with list and check only"));
+    if (parser.isSet(strict) && command != QLatin1String("export") && !check)
+        return usageError(console, QStringLiteral("--strict goes with export and check only"));
+    if ((parser.isSet(config) || parser.isSet(reference)) && !check)
+        return usageError(console, QStringLiteral("--config and --ref go with check only"));
+    if (check && int(positional.size()) + int(parser.isSet(config)) + int(parser.isSet(reference)) != 1)
+        return usageError(console, QStringLiteral("check takes one of FILE, --config NAME and --ref"));
     Invocation call{command, positional, resolveDataDirectory(parser.value(dataDir))};
     call.unprotected = parser.isSet(unprotected);
     call.json = parser.isSet(json);
     call.quiet = parser.isSet(quiet);
+    call.strict = parser.isSet(strict);
+    call.config = parser.value(config);
+    call.reference = parser.isSet(reference);
     if (parser.isSet(wait)) {
         bool ok = false;
         const double seconds = parser.value(wait).toDouble(&ok);
