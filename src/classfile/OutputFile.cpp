@@ -92,9 +92,9 @@ bool OutputFile::open()
         else if (info->st_nlink > 1 || namesADescriptor(m_path))
             m_way = Way::Rewrite;
     }
-    if (m_way == Way::Replace)
-        return m_atomic.open(QIODevice::WriteOnly) || fail(m_atomic.errorString());
-    return openInPlace() && m_gathered.open(QIODevice::WriteOnly);
+    const bool opened =
+        m_way == Way::Replace ? m_atomic.open(QIODevice::WriteOnly) || fail(m_atomic.errorString()) : openInPlace();
+    return opened && m_gathered.open(QIODevice::WriteOnly);
 }
 
 // A pipe opened without blocking fails at once while nobody reads it; it is tried again
@@ -118,48 +118,44 @@ bool OutputFile::openInPlace()
 
 QIODevice& OutputFile::device()
 {
-    return m_way == Way::Replace ? static_cast<QIODevice&>(m_atomic) : m_gathered;
+    return m_gathered;
 }
 
+// The gathered bytes go out in one piece: into the temporary file that then takes the
+// name, or into the file itself. Either file has its room reserved first.
 bool OutputFile::commit()
 {
-    if (m_way != Way::Replace)
-        return writeInPlace();
-    // The last buffered bytes are written by the flush; the commit would not report it.
-    if (m_atomic.error() == QFileDevice::NoError && m_atomic.flush() && m_atomic.commit())
-        return true;
-    m_error = m_atomic.errorString();
-    m_atomic.cancelWriting();
-    return false;
-}
-
-bool OutputFile::writeInPlace()
-{
     const QByteArray& bytes = m_gathered.data();
-    if (m_way == Way::Stream)
-        return writeAll(m_fd, bytes) || fail(reasonOf(errno));
-    if (const std::optional<QString> refused = reserve(m_fd, bytes.size()))
-        return fail(*refused);
-    if (!writeAll(m_fd, bytes) || ::ftruncate(m_fd, off_t(bytes.size())) != 0 || ::fdatasync(m_fd) != 0)
+    const int fd = m_way == Way::Replace ? m_atomic.handle() : m_fd;
+    if (m_way != Way::Stream) {
+        if (const std::optional<QString> refused = reserve(fd, bytes.size()))
+            return fail(*refused);
+    }
+    if (!writeAll(fd, bytes))
         return fail(reasonOf(errno));
+    if (m_way == Way::Rewrite && (::ftruncate(fd, off_t(bytes.size())) != 0 || ::fdatasync(fd) != 0))
+        return fail(reasonOf(errno));
+    if (m_way == Way::Replace && !m_atomic.commit())
+        return fail(m_atomic.errorString());
     return true;
 }
 
 bool OutputFile::fail(const QString& reason)
 {
     m_error = reason;
+    if (m_way == Way::Replace)
+        m_atomic.cancelWriting();
     return false;
 }
 
 bool OutputFile::failed() const
 {
-    return !m_error.isEmpty() || (m_way == Way::Replace && m_atomic.error() != QFileDevice::NoError);
+    return !m_error.isEmpty();
 }
 
 QString OutputFile::errorText() const
 {
-    const QString reason = m_error.isEmpty() ? m_atomic.errorString() : m_error;
-    return QStringLiteral("Cannot write %1: %2").arg(QDir::toNativeSeparators(m_path), reason);
+    return QStringLiteral("Cannot write %1: %2").arg(QDir::toNativeSeparators(m_path), m_error);
 }
 
 void reportFileSizeLimit()
