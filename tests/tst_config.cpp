@@ -1,5 +1,6 @@
 #include "classfile/Protection.h"
 #include "config/frmConfig.h"
+#include "core/Backups.h"
 #include "core/ModId.h"
 #include "store/Configurations.h"
 #include "support/ScriptedDialogs.h"
@@ -10,6 +11,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDateTime>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -396,6 +398,28 @@ private slots:
     }
 
     // Make Copy: Cancel changes nothing; a copy is listed, and nothing is selected afterwards.
+    // File > Restore Backup offers the backups, newest first, and puts back the chosen one
+    // once the author says yes; no says nothing and changes nothing.
+    void restoreBackupPutsBackTheChosenOne()
+    {
+        f->trigger("mnuRestoreBackup");
+        QCOMPARE(f->dialogs.messages, QStringList{"There is no backup of the stores yet."});
+        QCOMPARE(backUpStores(f->data.dir.path(), f->data.state->stores, QDateTime::currentDateTime()), std::nullopt);
+        const QString when = listBackups(f->data.dir.path()).first();
+        deleteConfiguration(f->data.classDb(), "Mike");
+        f->dialogs.inputAnswers << when << when;
+        f->dialogs.confirmAnswers << false << true;
+        f->trigger("mnuRestoreBackup");
+        QVERIFY(!f->data.state->classDb().scalar("select count(*) from package where package_name = 'Mike'").toInt());
+        f->trigger("mnuRestoreBackup");
+        QCOMPARE(f->dialogs.offered, listBackups(f->data.dir.path()).mid(1)); // this restore's own backup came first
+        QCOMPARE(f->dialogs.prompts.last(),
+                 "Restore Backup|Put back the configurations and reference tables as they were at " + when +
+                     "? The stores as they are now are kept as a backup first.");
+        QCOMPARE(f->window->configNames(), Listed);
+        QCOMPARE(f->window->statusBar()->currentMessage(), "Restored the backup of " + when);
+    }
+
     void copyFromTheWindow()
     {
         const QStringList before = everything();

@@ -1,3 +1,4 @@
+#include "core/Backups.h"
 #include "core/DataDirectory.h"
 #include "core/ModId.h"
 #include "core/Stores.h"
@@ -179,6 +180,39 @@ private slots:
             QVERIFY2(error.message().contains(said), qPrintable(error.message()));
         }
         QCOMPARE(readFile(path), content);
+    }
+
+    // A backup is made at most once an hour and the last twenty are kept; a restore puts
+    // one back after keeping the stores as they were.
+    void backupsAreMadeLimitedAndRestored()
+    {
+        QTemporaryDir dir;
+        Stores stores = openStores(dir.path());
+        const QDateTime nine(QDate(2026, 1, 1), QTime(9, 0));
+        QCOMPARE(backUpStores(dir.path(), stores, nine), std::nullopt);
+        QCOMPARE(backUpStores(dir.path(), stores, nine.addSecs(3599)), std::nullopt);
+        QCOMPARE(listBackups(dir.path()), QStringList{"2026-01-01T09-00-00"});
+        for (int hour = 1; hour <= 20; ++hour)
+            QCOMPARE(backUpStores(dir.path(), stores, nine.addSecs(3600 * hour)), std::nullopt);
+        const QStringList kept = listBackups(dir.path());
+        QCOMPARE(kept.size(), 20);
+        QCOMPARE(kept.first() + u'|' + kept.last(), "2026-01-02T05-00-00|2026-01-01T10-00-00");
+
+        deleteConfiguration(*stores.classDb, "Example");
+        restoreBackup(dir.path(), stores, kept.last(), nine.addDays(2));
+        QCOMPARE(listConfigurations(*stores.classDb), QStringList{"Example"});
+        const QStringList after = listBackups(dir.path());
+        QCOMPARE(after.size(), 20);
+        QCOMPARE(after.first(), "2026-01-03T09-00-00"); // the stores as they were before the restore
+        restoreBackup(dir.path(), stores, after.first(), nine.addDays(3));
+        QVERIFY(listConfigurations(*stores.classDb).isEmpty());
+        QVERIFY_THROWS_EXCEPTION(StoreError, restoreBackup(dir.path(), stores, "1999-01-01T00-00-00", nine));
+
+        // A backup that cannot be made is told, and nothing else changes.
+        QVERIFY(QDir(dir.filePath("backups")).removeRecursively());
+        QVERIFY(writeFile(dir.filePath("backups"), "in the way"));
+        const std::optional<QString> failed = backUpStores(dir.path(), stores, nine.addDays(4));
+        QVERIFY(failed && failed->startsWith("No backup of the stores was made: "));
     }
 
     void uncreatableDirectoryIsRefused()

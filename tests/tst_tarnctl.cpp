@@ -373,6 +373,28 @@ private slots:
         }
     }
 
+    // delete and an import under a name in use keep a backup first, unless --no-backup;
+    // one that cannot be made is told and the command goes on; restore puts one back.
+    void backupsComeBeforeWhatCanLoseRows()
+    {
+        QCOMPARE(tarnctl({"--no-backup", "delete", "Example"}).status, 0);
+        QCOMPARE(tarnctl({"backups"}).out, QByteArray());
+        QCOMPARE(tarnctl({"import", testDataPath("test_set_protected.class"), "Fresh"}).status, 0); // a new name
+        QCOMPARE(tarnctl({"backups"}).out, QByteArray());
+        QCOMPARE(tarnctl({"delete", "Fresh"}).status, 0);
+        const QByteArray when = tarnctl({"backups"}).out.trimmed();
+        QCOMPARE(when.size(), qsizetype(19));
+        QCOMPARE(tarnctl({"restore", when}).out, "Restored the backup of " + when + '\n');
+        QCOMPARE(tarnctl({"list"}).out, QByteArray("Fresh\nTest Set\n"));
+
+        QVERIFY(QDir(QDir(data()).filePath("backups")).removeRecursively());
+        QVERIFY(writeFile(QDir(data()).filePath("backups"), "in the way"));
+        const Outcome told = tarnctl({"delete", "Fresh"});
+        QCOMPARE(told.status, 0);
+        QVERIFY2(told.err.startsWith("tarnctl: warning: No backup of the stores was made: "), told.err.constData());
+        QCOMPARE(tarnctl({"list"}).out, QByteArray("Test Set\n"));
+    }
+
     void badRecordIsReportedAndNoConfigurationMade()
     {
         QVERIFY(writeFile(file("bad.class"), classFile(ClassFileHeader + classRecord("A]") + QByteArrayList{"stray"} +

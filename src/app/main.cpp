@@ -2,11 +2,13 @@
 #include "classfile/OutputFile.h"
 #include "config/frmConfig.h"
 #include "core/AppState.h"
+#include "core/Backups.h"
 #include "core/DataDirectory.h"
 #include "store/StoreError.h"
 #include "toolkit/QtDialogs.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QMessageBox>
 #include <cstdio>
 
@@ -36,6 +38,9 @@ int main(int argc, char* argv[])
         return 1;
     }
     tarn::QtDialogs dialogs(state->windowSettingsFile);
+    // A way back from whatever this run does; one that cannot be made is told, and the run goes on.
+    if (const auto failed = tarn::backUpStores(state->dataDirectory, state->stores, QDateTime::currentDateTime()))
+        dialogs.message(nullptr, *failed);
     tarn::frmConfig mainForm(*state, dialogs);
     mainForm.show();
     return app.exec();

@@ -22,6 +22,7 @@ struct Invocation {
     bool strict = false;                       // a warning fails the command as an error does
     QString config{};                          // check --config NAME
     bool reference = false;                    // check --ref
+    bool noBackup = false;                     // the script keeps its own copies
     std::chrono::milliseconds busyWait{30000}; // a build may run many imports at once
 };
 
@@ -38,6 +39,8 @@ int copyCommand(const Invocation& call, Console& console);
 int exportCommand(const Invocation& call, Console& console);
 int importCommand(const Invocation& call, Console& console);
 int modIdCommand(const Invocation& call, Console& console);
+int backupsCommand(const Invocation& call, Console& console);
+int restoreCommand(const Invocation& call, Console& console);
 // check --config NAME and check --ref: the stored rows' problems.
 int checkStoredCommand(const Invocation& call, Console& console);
 

@@ -5,12 +5,14 @@
 #include "classfile/ImportCommand.h"
 #include "classfile/LineReader.h"
 #include "core/AppState.h"
+#include "core/Backups.h"
 #include "core/DataDirectory.h"
 #include "core/ModId.h"
 #include "store/Configurations.h"
 #include "store/StoreError.h"
 
 #include <QBuffer>
+#include <QDateTime>
 #include <QDir>
 #include <QFileDevice>
 #include <QFileInfo>
@@ -63,6 +65,17 @@ int withStores(const Invocation& call, Console& console, const std::function<int
     } catch (const StoreError& error) {
         return refuse(console, error.message());
     }
+}
+
+// A backup of the stores before a command that can lose rows; one that fails is told
+// and the command goes on.
+void backUpFirst(const Invocation& call, AppState& state, Console& console)
+{
+    if (call.noBackup)
+        return;
+    if (const std::optional<QString> failed =
+            backUpStores(state.dataDirectory, state.stores, QDateTime::currentDateTime()))
+        console.error << "tarnctl: warning: " << *failed << '\n';
 }
 
 std::optional<int> requireConfiguration(AppState& state, const QString& name, Console& console)
@@ -170,6 +183,7 @@ int deleteCommand(const Invocation& call, Console& console)
     return withStores(call, console, [&](AppState& state) {
         if (const auto refused = requireConfiguration(state, call.arguments[0], console))
             return *refused;
+        backUpFirst(call, state, console);
         deleteConfiguration(state.classDb(), call.arguments[0]);
         return Success;
     });
@@ -246,6 +260,8 @@ int importCommand(const Invocation& call, Console& console)
     return withStores(call, console, [&](AppState& state) {
         if (call.arguments[1].isEmpty())
             return refuse(console, QStringLiteral("a configuration name cannot be empty"));
+        if (configurationExists(state.classDb(), call.arguments[1])) // the import joins its classes
+            backUpFirst(call, state, console);
         const ImportResult result =
             call.arguments[0] == StandardStream
                 ? importFromStandardInput(state.classDb(), call.arguments[1], console.in)
@@ -274,6 +290,25 @@ int modIdCommand(const Invocation& call, Console& console)
                                        .arg(readModId(state.settingsPath())));
         const auto error = writeModId(state.settingsPath(), call.arguments[0]);
         return error ? refuse(console, *error) : Success;
+    });
+}
+
+int backupsCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        for (const QString& when : listBackups(state.dataDirectory))
+            console.text << when << '\n';
+        return Success;
+    });
+}
+
+int restoreCommand(const Invocation& call, Console& console)
+{
+    return withStores(call, console, [&](AppState& state) {
+        restoreBackup(state.dataDirectory, state.stores, call.arguments[0], QDateTime::currentDateTime());
+        if (!call.quiet)
+            console.text << "Restored the backup of " << call.arguments[0] << '\n';
+        return Success;
     });
 }
 

@@ -22,6 +22,8 @@ Options go anywhere on the line:
   --wait SECONDS   how long a command waits while another program is writing to the
                    stores, 30 seconds unless given, before it reports the store busy
   -q, --quiet      no success messages ("Import Complete", "no problems"); errors stay
+  --no-backup      no backup of the stores before delete, restore or an import under a
+                   name in use, for scripts that keep their own copies
   -h, --help       this text; "tarnctl help COMMAND" or "COMMAND --help" for one command
   --version        the version
 
@@ -65,6 +67,13 @@ const std::map<QString, CommandInfo>& commands()
         {QStringLiteral("import"),
          {importCommand, 2, 2, "import FILE NAME", "reads a class file as a new configuration"}},
         {QStringLiteral("modid"), {modIdCommand, 0, 1, "modid [VALUE]", "prints the Mod ID, or sets it"}},
+        {QStringLiteral("backups"),
+         {backupsCommand, 0, 0, "backups",
+          "lists the backups of the stores, newest first; delete, restore and an import under a name in use make "
+          "one first (at most one an hour, the last 20 kept) unless --no-backup"}},
+        {QStringLiteral("restore"),
+         {restoreCommand, 1, 1, "restore WHEN",
+          "puts back the stores of a backup, after a backup of the stores as they are"}},
         {QStringLiteral("protect"),
          {protectCommand, 0, 0, "protect",
           "filters standard input to standard output, line by line, into the "
@@ -129,7 +138,8 @@ int run(const QStringList& arguments, Console& console)
     const QCommandLineOption strict(QStringLiteral("strict"));
     const QCommandLineOption config(QStringLiteral("config"), QString(), QStringLiteral("name"));
     const QCommandLineOption reference(QStringLiteral("ref"));
-    parser.addOptions({dataDir, unprotected, json, wait, quiet, help, version, strict, config, reference});
+    const QCommandLineOption noBackup(QStringLiteral("no-backup"));
+    parser.addOptions({dataDir, unprotected, json, wait, quiet, help, version, strict, config, reference, noBackup});
     if (!parser.parse(QStringList{QStringLiteral("tarnctl")} + arguments))
         return usageError(console, parser.errorText());
     QStringList positional = parser.positionalArguments();
@@ -171,6 +181,7 @@ int run(const QStringList& arguments, Console& console)
     call.strict = parser.isSet(strict);
     call.config = parser.value(config);
     call.reference = parser.isSet(reference);
+    call.noBackup = parser.isSet(noBackup);
     if (parser.isSet(wait)) {
         bool ok = false;
         const double seconds = parser.value(wait).toDouble(&ok);

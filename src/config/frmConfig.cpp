@@ -3,6 +3,7 @@
 #include "classes/frmClasses.h"
 #include "classfile/ImportCommand.h"
 #include "core/AppState.h"
+#include "core/Backups.h"
 #include "core/ModId.h"
 #include "frmAbout.h"
 #include "reference/ReferenceWindows.h"
@@ -17,7 +18,9 @@
 #include "toolkit/WindowMemory.h"
 #include "ui_frmConfig.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QDateTime>
 #include <QStatusBar>
 
 namespace tarn
@@ -38,6 +41,7 @@ frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
     for (QPushButton* button : {ui->btNew, ui->btDelete, ui->btEdit, ui->btCopy, ui->btImport})
         setWidthInCharacters(*button, 19);
     showInBlue(*ui->Label1);
+    addRestoreBackup();
     clearStatusOnEveryCommand(*this);
     connectHandlers();
     publishSystemNames(*this);
@@ -49,6 +53,14 @@ frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
 frmConfig::~frmConfig()
 {
     WindowMemory(m_state.windowSettingsFile).remember(*this);
+}
+
+// The File menu's way back to an earlier state of the stores, below Set Mod ID.
+void frmConfig::addRestoreBackup()
+{
+    mnuRestoreBackup = new QAction(QStringLiteral("&Restore Backup..."), this);
+    mnuRestoreBackup->setObjectName(QStringLiteral("mnuRestoreBackup"));
+    ui->mnuFile->insertAction(ui->mnuFile->actions().value(1), mnuRestoreBackup);
 }
 
 void frmConfig::connectHandlers()
@@ -70,6 +82,7 @@ void frmConfig::connectHandlers()
     connect(ui->btCopy, &QPushButton::clicked, this, &frmConfig::btCopy_Click);
     connect(ui->btImport, &QPushButton::clicked, this, &frmConfig::btImport_Click);
     connect(ui->mnuSetModID, &QAction::triggered, this, &frmConfig::mnuSetModID_Click);
+    connect(mnuRestoreBackup, &QAction::triggered, this, &frmConfig::mnuRestoreBackup_Click);
     connect(ui->mnuExit, &QAction::triggered, this, &frmConfig::mnuExit_Click);
     connect(ui->mnuUpdateWeapons, &QAction::triggered, this, &frmConfig::mnuUpdateWeapons_Click);
     connect(ui->mnuUpdateGrenades, &QAction::triggered, this, &frmConfig::mnuUpdateGrenades_Click);
@@ -187,6 +200,31 @@ void frmConfig::mnuSetModID_Click()
     m_state.modId = answer;
     if (const auto error = writeModId(m_state.settingsPath(), m_state.modId))
         m_dialogs.message(this, *error + QStringLiteral("\nThe Mod ID holds for this session only."));
+}
+
+// Puts back the stores of a backup, after a backup of them as they are, once the author
+// has chosen one and said yes.
+void frmConfig::mnuRestoreBackup_Click()
+{
+    const QStringList backups = listBackups(m_state.dataDirectory);
+    if (backups.isEmpty()) {
+        m_dialogs.message(this, QStringLiteral("There is no backup of the stores yet."));
+        return;
+    }
+    const QString when =
+        m_dialogs.chooseItem(this, QStringLiteral("Backup to put back:"), QStringLiteral("Restore Backup"), backups);
+    if (when.isEmpty())
+        return;
+    const QString question = QStringLiteral("Put back the configurations and reference tables as they were at %1? "
+                                            "The stores as they are now are kept as a backup first.")
+                                 .arg(when);
+    if (!m_dialogs.confirm(this, question, QStringLiteral("Restore Backup")))
+        return;
+    guarded(m_dialogs, this, [&] {
+        restoreBackup(m_state.dataDirectory, m_state.stores, when, QDateTime::currentDateTime());
+        RefreshList();
+        statusBar()->showMessage(QStringLiteral("Restored the backup of %1").arg(when));
+    });
 }
 
 void frmConfig::mnuExit_Click()

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QMainWindow>
+
+class QAction;
 #include <QStringList>
 #include <memory>
 
@@ -35,6 +37,7 @@ public:
     void btCopy_Click();
     void btImport_Click();
     void mnuSetModID_Click();
+    void mnuRestoreBackup_Click();
     void mnuExit_Click();
     void mnuUpdateWeapons_Click();
     void mnuUpdateGrenades_Click();
@@ -45,6 +48,7 @@ public:
 private:
     void Form_Load();
     void connectHandlers();
+    void addRestoreBackup();
     bool requireCurrentConfig();
     void showReferenceWindow(ReferenceTable table);
 
@@ -52,6 +56,7 @@ private:
     AppState& m_state;
     Dialogs& m_dialogs;
     QStringList ConfigNames;
+    QAction* mnuRestoreBackup = nullptr;
 };
 
 } // namespace tarn

@@ -70,6 +70,16 @@ bool Database::isReadOnly() const
     return sqlite3_db_readonly(m_db, "main") == 1;
 }
 
+void Database::copyInto(Database& target)
+{
+    sqlite3_backup* backup = sqlite3_backup_init(target.m_db, "main", m_db, "main");
+    if (!backup)
+        throwStoreError(target.m_db);
+    sqlite3_backup_step(backup, -1);
+    if (sqlite3_backup_finish(backup) != SQLITE_OK)
+        throwStoreError(target.m_db);
+}
+
 Transaction::Transaction(Database& db, Lock lock) : m_db(db)
 {
     switch (lock) {

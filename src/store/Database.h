@@ -35,6 +35,9 @@ public:
     int changes() const;
     // True when the file could only be opened for reading (its permissions, a read-only disk).
     bool isReadOnly() const;
+    // SQLite's online backup: the whole database, as one consistent state, copied into
+    // the other while both stay open. Throws StoreError naming the file that failed.
+    void copyInto(Database& target);
     // The first column of the first row, or a null QVariant when there is no row.
     QVariant scalar(const QString& sql, const QVariantList& params = {});
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QWidget;
 
@@ -18,6 +19,9 @@ public:
     virtual QString inputBox(QWidget* parent, const QString& prompt, const QString& title) = 0;
     // A message with an OK button, titled by the toolkit.
     virtual void message(QWidget* parent, const QString& text) = 0;
+    // A choice of one of the items, the first offered; Cancel answers the empty string.
+    virtual QString chooseItem(QWidget* parent, const QString& prompt, const QString& title,
+                               const QStringList& items) = 0;
     // Yes and No with a stop icon, No the default; true only for Yes.
     virtual bool confirm(QWidget* parent, const QString& text, const QString& title) = 0;
     // File dialogs with a filter such as "Class Config (*.class)|*.class|All Files (*.*)|*.*";

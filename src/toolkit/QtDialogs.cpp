@@ -47,6 +47,18 @@ QString QtDialogs::inputBox(QWidget* parent, const QString& prompt, const QStrin
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 
+QString QtDialogs::chooseItem(QWidget* parent, const QString& prompt, const QString& title, const QStringList& items)
+{
+    QInputDialog box(parent);
+    box.setWindowTitle(title);
+    box.setComboBoxItems(items);
+    box.setComboBoxEditable(false);
+    box.setLabelText(prompt);
+    box.sizeHint(); // lays the box out, which makes the prompt the buddy of the choice
+    showLiteral(*box.findChild<QLabel*>(), prompt);
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
+}
+
 void QtDialogs::message(QWidget* parent, const QString& text)
 {
     QMessageBox box(QMessageBox::NoIcon, MessageTitle, text, QMessageBox::Ok, parent);

@@ -15,6 +15,7 @@ public:
 
     QString inputBox(QWidget* parent, const QString& prompt, const QString& title) override;
     void message(QWidget* parent, const QString& text) override;
+    QString chooseItem(QWidget* parent, const QString& prompt, const QString& title, const QStringList& items) override;
     bool confirm(QWidget* parent, const QString& text, const QString& title) override;
     QString openFileName(QWidget* parent, const QString& filter) override;
     QString saveFileName(QWidget* parent, const QString& filter) override;

@@ -25,6 +25,7 @@ public:
     QStringList prompts;      // "title|prompt" of input and confirm boxes
     QStringList fileFilters;  // filter of each file dialog
     QStringList modalWindows; // object names of windows shown modally
+    QStringList offered;      // the items of the last choice
     bool busy = false;
     int busyChanges = 0;
 
@@ -34,6 +35,13 @@ public:
         return take(inputAnswers, "input box");
     }
     void message(QWidget*, const QString& text) override { messages << text; }
+    // Answers from inputAnswers, like an input box; the items offered are kept.
+    QString chooseItem(QWidget*, const QString& prompt, const QString& title, const QStringList& items) override
+    {
+        prompts << title + u'|' + prompt;
+        offered = items;
+        return take(inputAnswers, "choice");
+    }
     bool confirm(QWidget*, const QString& text, const QString& title) override
     {
         prompts << title + u'|' + text;
