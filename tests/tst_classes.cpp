@@ -178,7 +178,7 @@ private slots:
             for (QAction* entry : menu->menu()->actions())
                 entries << plain(menu->text()) + u'/' + plain(entry->text()) + (entry->isEnabled() ? "" : " off");
         }
-        QCOMPARE(entries, QStringList({"File/Save As...", "File/Save Unprotected..."}));
+        QCOMPARE(entries, QStringList({"File/Save As...", "File/Save Unprotected...", "View/Problems"}));
         for (int n = 2; n <= 10; ++n)
             QCOMPARE(f->picker(QStringLiteral("w%1").arg(n))->accessibleName(), QStringLiteral("Weapon %1").arg(n));
         for (int n = 1; n <= 3; ++n)
@@ -435,6 +435,30 @@ private slots:
                                                  "\" (another program may have deleted it); nothing was written.");
         QCOMPARE(readFile(target()), "old");
         QVERIFY(f->editor->close());
+    }
+
+    // The problems of the class on show stand in the status bar, those of the whole
+    // configuration in View > Problems, where a double-click goes to the class; Save As
+    // tells how many warnings the file carries.
+    void problemsAreToldWithoutADialog()
+    {
+        insertTestSet(f->data.classDb());
+        f->data.classDb().exec("update classdef set maxcells = null where class_num = 5");
+        f->open(QStringLiteral("Test Set"));
+        auto* line = f->control<QLabel>("lblProblems");
+        QCOMPARE(line->text(), QString());
+        f->editor->findChild<QAction*>("mnuViewProblems")->trigger();
+        auto* list = f->control<QListWidget>("lstProblems");
+        const QString problem = "warning: \"Test Set\", class 5 \"Gunner\", cells limit: empty: the class file gets "
+                                "an empty field here, and will not read back";
+        QCOMPARE(list->count(), 1);
+        QCOMPARE(list->item(0)->text(), problem);
+        emit list->itemActivated(list->item(0));
+        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner"));
+        QCOMPARE(line->text() + u'|' + line->toolTip(), "1 problem: cells limit|" + problem);
+        save("mnuSaveAs", target());
+        QCOMPARE(f->editor->statusBar()->currentMessage(),
+                 "Wrote 2 classes to " + target() + ", with 1 warning (View > Problems)");
     }
 
     // The navigator's keys work from a text box, where the author's focus is; Esc in an

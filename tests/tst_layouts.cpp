@@ -17,6 +17,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStatusBar>
 #include <QTest>
 #include <QTextDocument>
 #include <QTimer>
@@ -62,7 +63,9 @@ QList<QWidget*> visibleControls(QWidget& window)
                              qobject_cast<QAbstractButton*>(w) || qobject_cast<QListWidget*>(w) ||
                              qobject_cast<QGroupBox*>(w) || qobject_cast<DataControl*>(w);
         const QWidget* parent = w->parentWidget();
-        const bool part = qobject_cast<const DataControl*>(parent) || qobject_cast<const QComboBox*>(parent);
+        const bool part = qobject_cast<const DataControl*>(parent) || qobject_cast<const QComboBox*>(parent) ||
+                          qobject_cast<const QStatusBar*>(parent); // the status bar lies over a scrolled window
+
         if (control && !part && w->isVisibleTo(&window))
             controls << w;
     }

@@ -182,6 +182,19 @@ private slots:
         QCOMPARE(f.text("Text1"), QStringLiteral("4"));
     }
 
+    // The problem of the row on show is told below the form, without a dialog.
+    void theProblemOfTheRowOnShowIsTold()
+    {
+        ReferenceFixture f;
+        f.open(ReferenceTable::Items, {{1, 3}});
+        auto* line = f.window->findChild<QLabel*>("lblProblem");
+        QVERIFY(line->isHidden());
+        f.navigate(QStringLiteral("Next record"));
+        QCOMPARE(line->text(), "Problem: id 3 is not a power of two: its bit runs into others in the sums, and classes "
+                               "read back with other items");
+        QVERIFY(!line->isHidden());
+    }
+
     // An edit and a new row are stored when their row is left, an untouched new row is
     // not; ids need not be unique, and a row taken out of the pickers stays here.
     void rowsAreStoredWhenLeft_data()

@@ -59,6 +59,7 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     ui->dbClassDef->setDialogs(dialogs);
     bindClassControls(*this, *ui->dbClassDef);
     connectHandlers();
+    setUpProblems();
     publishSystemNames(*this);
     sizeBoxes();
     scrollCentralWidget(*this);
@@ -106,10 +107,10 @@ void frmClasses::connectHandlers()
 
 void frmClasses::Form_Load()
 {
-    const ReferenceLists lists = loadReferenceLists(m_state.refDb());
-    fillPickers(lists);
-    fillBoxes(lists.items, Check1);
-    fillBoxes(lists.specials, special);
+    m_lists = loadReferenceLists(m_state.refDb());
+    fillPickers(m_lists);
+    fillBoxes(m_lists.items, Check1);
+    fillBoxes(m_lists.specials, special);
     ui->dbClassDef->open(m_state.classDb(), sql::OrderedClassesOfConfig, {m_state.currentConfig});
     if (ui->dbClassDef->recordCount() == 0)
         AddClass_Click();

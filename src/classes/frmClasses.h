@@ -10,6 +10,9 @@
 
 class QCheckBox;
 class QComboBox;
+class QDockWidget;
+class QLabel;
+class QListWidget;
 class QLineEdit;
 class QStandardItemModel;
 
@@ -65,6 +68,10 @@ private:
     void Picker_Click(const Slot& slot);
     void DoSave();
     void setPickersEnabled(bool enabled);
+    void setUpProblems();
+    void showClassProblems();
+    void refreshProblemsPanel();
+    void goToProblem(qint64 rowId);
     void addClass();
     void deleteClass();
 
@@ -78,6 +85,10 @@ private:
     QStandardItemModel* m_grenadeModel = nullptr;
     std::vector<qint64> m_weaponIds;
     std::vector<qint64> m_grenadeIds;
+    ReferenceLists m_lists;
+    QLabel* lblProblems = nullptr;       // the problems of the class on show, in the status bar
+    QDockWidget* dockProblems = nullptr; // View > Problems: those of the whole configuration
+    QListWidget* lstProblems = nullptr;
 };
 
 } // namespace tarn

@@ -65,6 +65,8 @@ int frmClasses::FindGrenadePos(const QString& gno_text) const
 void frmClasses::dbClassDef_Reposition()
 {
     showPosition();
+    showClassProblems();
+    refreshProblemsPanel();
     const bool shown = ui->dbClassDef->hasCurrent();
     setPickersEnabled(shown);
     if (!shown) // every class was deleted by another program

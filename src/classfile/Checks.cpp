@@ -229,6 +229,14 @@ std::vector<Problem> checkConfiguration(Database& classDb, Database& refDb, cons
     return problems;
 }
 
+std::vector<Problem> checkClass(Database& classDb, const ReferenceLists& lists, const QString& configName, qint64 rowId,
+                                bool protectOutput)
+{
+    ClassChecks checks(lists, configName, protectOutput);
+    ExportWalk(classDb, lists).check(rowId, checks);
+    return checks.problems();
+}
+
 std::vector<Problem> checkReferenceTables(Database& refDb)
 {
     const ReferenceLists tables =

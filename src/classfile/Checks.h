@@ -67,6 +67,9 @@ private:
 // Every problem of a stored configuration, for the form it would be exported in.
 std::vector<Problem> checkConfiguration(Database& classDb, Database& refDb, const QString& configName,
                                         bool protectOutput);
+// The problems of one stored class, by its rowid.
+std::vector<Problem> checkClass(Database& classDb, const ReferenceLists& lists, const QString& configName, qint64 rowId,
+                                bool protectOutput);
 // Every problem of the reference tables: ids that collide, rows the editor never shows.
 std::vector<Problem> checkReferenceTables(Database& refDb);
 

@@ -172,9 +172,20 @@ ExportWalk::ExportWalk(Database& classDb, const ReferenceLists& lists)
 
 int ExportWalk::run(const QString& configName, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks)
 {
+    Statement rows = orderedClassRows(m_classDb, configName);
+    return walk(rows, writer, storeSlots, checks);
+}
+
+void ExportWalk::check(qint64 rowId, ClassChecks& checks)
+{
+    Statement row = classRowById(m_classDb, rowId);
+    walk(row, nullptr, false, &checks);
+}
+
+int ExportWalk::walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks)
+{
     static const auto weaponColumns = columnNames<WeaponSlots>("w", 2);
     static const auto grenadeColumns = columnNames<GrenadeSlots>("g", 1);
-    Statement rows = orderedClassRows(m_classDb, configName);
     ClassColumnWriter slotWriter(m_classDb);
     const Columns columns = locate(rows);
     std::vector<ClassColumnWriter::Change> changes;

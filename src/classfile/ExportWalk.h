@@ -10,6 +10,7 @@ namespace tarn
 class ClassChecks;
 class ClassFileWriter;
 class Database;
+class Statement;
 
 // Walks the classes of a configuration in class_num order as the class editor does:
 // the slot tracking runs on each row and stores what it changed (unless told not to),
@@ -21,8 +22,12 @@ public:
     // Each class goes to the checks (if any) as stored, then to the writer (if any) as
     // tracked. Returns how many classes the tracking changed.
     int run(const QString& configName, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks = nullptr);
+    // Hands one class, by its rowid, to the checks.
+    void check(qint64 rowId, ClassChecks& checks);
 
 private:
+    int walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks);
+
     Database& m_classDb;
     const ReferenceLists& m_lists;
     std::vector<qint64> m_weaponIds;

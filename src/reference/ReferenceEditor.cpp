@@ -1,6 +1,7 @@
 #include "ReferenceEditor.h"
 
 #include "ReferenceLayouts.h"
+#include "classfile/Checks.h"
 #include "core/AppState.h"
 #include "toolkit/AppIcon.h"
 #include "toolkit/DataControl.h"
@@ -56,7 +57,29 @@ void ReferenceEditor::attach(const Controls& controls)
     }
     connect(controls.addRecord, &QPushButton::clicked, this, &ReferenceEditor::Command1_Click);
     connect(controls.deleteRecord, &QPushButton::clicked, this, &ReferenceEditor::Command2_Click);
+    addProblemLine(*controls.fields.at(1).second);
     WindowMemory(m_state.windowSettingsFile).restore(*this);
+}
+
+// Below the form, like a status bar: the problem of the row on show, if it has one.
+void ReferenceEditor::addProblemLine(const QLineEdit& nameBox)
+{
+    m_problem = new QLabel(this);
+    m_problem->setObjectName(QStringLiteral("lblProblem"));
+    m_problem->setTextFormat(Qt::PlainText);
+    m_problem->setWordWrap(true);
+    m_problem->hide();
+    layout()->addWidget(m_problem);
+    connect(m_data, &DataControl::reposition, this, [this, &nameBox] {
+        const QString field = m_layout.recordSource.noun + QStringLiteral(" id");
+        QStringList told;
+        for (const Problem& problem : checkReferenceTables(m_state.refDb())) {
+            if (problem.field == field && problem.className == nameBox.text())
+                told << problem.what;
+        }
+        m_problem->setText(QStringLiteral("Problem: ") + told.join(QStringLiteral("; ")));
+        m_problem->setVisible(!told.isEmpty());
+    });
 }
 
 void ReferenceEditor::Form_Load()

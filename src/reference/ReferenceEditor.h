@@ -48,10 +48,13 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void addProblemLine(const QLineEdit& nameBox);
+
     const ReferenceLayout& m_layout;
     AppState& m_state;
     Dialogs& m_dialogs;
     DataControl* m_data = nullptr;
+    QLabel* m_problem = nullptr;
 };
 
 } // namespace tarn

@@ -16,12 +16,12 @@ struct BoundField {
 
 // All that tells one twin reference editor from the other.
 struct ReferenceLayout {
-    QString windowName;       // the window's system name
-    QString caption;          // the window title
-    QString dataName;         // the system name of its navigator
-    QString dataCaption;      // the caption between the navigator's buttons
+    QString windowName;        // the window's system name
+    QString caption;           // the window title
+    QString dataName;          // the system name of its navigator
+    QString dataCaption;       // the caption between the navigator's buttons
     RecordSource recordSource; // lowest id first
-    QList<BoundField> fields; // Text1 onwards, in the order of the boxes
+    QList<BoundField> fields;  // Text1 onwards, in the order of the boxes
 };
 
 namespace layouts

@@ -21,13 +21,13 @@ QString insertClassSql()
     return QStringLiteral("insert into classdef (%1) values (%2)").arg(columns.join(u", "), places.join(u", "));
 }
 
-QString exportRowsSql()
+// The columns a class file is made from, behind the rowid.
+QString exportColumnsSql()
 {
     QStringList columns = schema::classColumnNames();
     for (const char* unread : {"package_name", "w1", "i9"})
         columns.removeOne(QLatin1String(unread));
-    return QStringLiteral("select rowid, %1 from classdef where %2 order by %3")
-        .arg(columns.join(u", "), sql::OrderedClassesOfConfig.filter, sql::OrderedClassesOfConfig.order);
+    return QStringLiteral("select rowid, %1 from classdef").arg(columns.join(u", "));
 }
 
 QString updateSql(const QStringList& columns)
@@ -84,10 +84,20 @@ void NewClassRows::addRow()
 
 Statement orderedClassRows(Database& classDb, const QString& config)
 {
-    static const QString select = exportRowsSql();
+    static const QString select =
+        QStringLiteral("%1 where %2 order by %3")
+            .arg(exportColumnsSql(), sql::OrderedClassesOfConfig.filter, sql::OrderedClassesOfConfig.order);
     Statement rows = classDb.prepare(select);
     rows.bind(1, config);
     return rows;
+}
+
+Statement classRowById(Database& classDb, qint64 rowId)
+{
+    static const QString select = exportColumnsSql() + QStringLiteral(" where rowid = ?");
+    Statement row = classDb.prepare(select);
+    row.bind(1, rowId);
+    return row;
 }
 
 std::optional<qint64> highestClassNumber(Database& classDb, const QString& config)

@@ -58,6 +58,8 @@ private:
 // export: each row led by its rowid, then every column the class file is made from (all
 // but package_name, class_num, w1 and i9, which it never reads).
 Statement orderedClassRows(Database& classDb, const QString& config);
+// The same columns of one class, by its rowid.
+Statement classRowById(Database& classDb, qint64 rowId);
 
 // The highest class number of the configuration; nothing when it has no numbered class.
 std::optional<qint64> highestClassNumber(Database& classDb, const QString& config);

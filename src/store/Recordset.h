@@ -37,6 +37,8 @@ public:
     bool hasCurrent() const { return !m_noCurrent && !bof() && !eof(); }
     // Position of the current row in the set, from 0.
     int position() const { return m_position; }
+    // The rowid of the current row; only while there is one.
+    qint64 currentRowId() const { return m_ids[size_t(m_position)]; }
 
     void moveFirst();
     void moveLast();

@@ -19,9 +19,13 @@ QString classCount(int classes)
 
 } // namespace
 
-QString exportedStatus(int classes, const QString& file)
+QString exportedStatus(int classes, const QString& file, qsizetype warnings)
 {
-    return QStringLiteral("Wrote %1 to %2").arg(classCount(classes), QDir::toNativeSeparators(file));
+    const QString wrote = QStringLiteral("Wrote %1 to %2").arg(classCount(classes), QDir::toNativeSeparators(file));
+    if (warnings == 0)
+        return wrote;
+    return wrote + (warnings == 1 ? QStringLiteral(", with 1 warning (View > Problems)")
+                                  : QStringLiteral(", with %1 warnings (View > Problems)").arg(warnings));
 }
 
 QString importedStatus(int classes, const QString& file, const QString& configName)

@@ -8,7 +8,8 @@ namespace tarn
 {
 
 // What the status bars say after a class file was written or read.
-QString exportedStatus(int classes, const QString& file);
+// "Wrote 3 classes to FILE", and how many warnings the file carries.
+QString exportedStatus(int classes, const QString& file, qsizetype warnings = 0);
 QString importedStatus(int classes, const QString& file, const QString& configName);
 
 // A status text tells of the last command only: every button and menu command of the
