@@ -10,11 +10,13 @@
 
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
+#include "core/Backups.h"
 #include "core/Stores.h"
 #include "store/Classes.h"
 #include "store/Configurations.h"
 #include "store/StoreError.h"
 
+#include <QDateTime>
 #include <QHash>
 #include <QRandomGenerator>
 #include <QTextStream>
@@ -60,8 +62,8 @@ int fail(const QString& message)
 
 bool usageFits(const QStringList& args)
 {
-    const QHash<QString, qsizetype> arguments{
-        {"generate", 3}, {"export", 3}, {"import", 4}, {"copy", 3}, {"delete", 2}};
+    const QHash<QString, qsizetype> arguments{{"generate", 3}, {"export", 3}, {"import", 4},
+                                              {"copy", 3},     {"delete", 2}, {"backup", 2}};
     return !args.isEmpty() && arguments.value(args[0]) == args.size();
 }
 
@@ -88,6 +90,10 @@ int run(const QStringList& args)
         deleteConfiguration(*stores.classDb, Config);
         return 0;
     }
+    if (args[0] == QLatin1String("backup")) {
+        const auto error = backUpStores(args[1], stores, QDateTime::currentDateTime(), true);
+        return error ? fail(*error) : 0;
+    }
     const ImportResult result = importClassFile(*stores.classDb, {.file = args[2], .newName = args[3]});
     return result.status == ImportResult::Status::Complete ? 0 : fail(result.message);
 }
@@ -102,7 +108,7 @@ int main(int argc, char** argv)
     if (!usageFits(args))
         return fail(
             QStringLiteral("usage: classfile_bench generate DIR CLASSES | export DIR FILE | import DIR FILE NAME | "
-                           "copy DIR NAME | delete DIR"));
+                           "copy DIR NAME | delete DIR | backup DIR"));
     try {
         return run(args);
     } catch (const StoreError& e) {

@@ -4,6 +4,7 @@
 #   import  vs  ".import --csv" of those rows into the same STRICT classdef table
 #   export where the slot tracking changes every row  vs  the same update, then the select
 #   Make Copy  vs  the same INSERT ... SELECT;  delete  vs  the same two DELETEs
+#   the backup of both stores  vs  the shell's .backup of each (the works above make none)
 # at each size, so that the peak memory shows whether it grows with the file.
 # Prints the median wall time of RUNS runs (each a whole process, ours and the
 # shell's taking turns), the peak RSS and the ratio ours/shell.
@@ -92,4 +93,8 @@ for classes in "${sizes[@]}"; do
     "sqlite3 '$work/run/tarn_dat.db' \"begin; insert into package (package_name) values ('Copy'); insert into classdef (package_name, $columns) select 'Copy', $columns from classdef where package_name = 'Bench'; commit;\""
   compare "delete $classes classes" "$fresh" "'$bench' delete '$work/run'" \
     "sqlite3 '$work/run/tarn_dat.db' \"begin; delete from package where package_name = 'Bench'; delete from classdef where package_name = 'Bench'; commit;\""
+  # The backup a delete, a restore or an import under a name in use makes first (both stores),
+  # beside the shell's .backup of the two stores.
+  compare "backup of $classes classes" "$fresh" "'$bench' backup '$work/run'" \
+    "sqlite3 '$work/run/tarn_dat.db' \".backup '$work/run/dat.bak'\" && sqlite3 '$work/run/tarn_ref.db' \".backup '$work/run/ref.bak'\""
 done

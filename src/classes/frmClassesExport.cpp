@@ -49,7 +49,7 @@ void frmClasses::DoSave()
         m_dialogs.message(this, *result.error);
         return;
     }
-    statusBar()->showMessage(exportedStatus(ui->dbClassDef->recordCount(), file, result.warnings.size()));
+    statusBar()->showMessage(exportedStatus(ui->dbClassDef->recordCount(), file, result.warningCount()));
     guarded(m_dialogs, this, [this] { ui->dbClassDef->refresh(); });
     m_dialogs.setBusy(false);
     if (result.unstoredSlots)

@@ -21,6 +21,8 @@ namespace
 {
 
 constexpr int RowIdRole = Qt::UserRole;
+// Enough to work through; a list of every stale slot of 30,000 classes helps nobody.
+constexpr std::size_t ListedProblems = 1000;
 
 } // namespace
 

@@ -67,9 +67,9 @@ bool hasError(const std::vector<Problem>& problems)
     return std::any_of(problems.begin(), problems.end(), [](const Problem& p) { return p.isError(); });
 }
 
-ClassChecks::ClassChecks(const ReferenceLists& lists, QString configName, bool protectOutput)
+ClassChecks::ClassChecks(const ReferenceLists& lists, QString configName, bool protectOutput, std::size_t listed)
     : m_lists(lists), m_weaponIds(idsOf(lists.weapons)), m_grenadeIds(idsOf(lists.grenades)),
-      m_configName(std::move(configName)), m_protect(protectOutput)
+      m_configName(std::move(configName)), m_protect(protectOutput), m_listed(listed)
 {
     checkText(QStringLiteral("configuration name"), m_configName);
 }
@@ -91,8 +91,19 @@ void ClassChecks::check(qint64 rowId, std::optional<qint64> classNumber, const E
     checkLineLengths(cls);
 }
 
+bool ClassChecks::counted()
+{
+    if (m_problems.size() < m_listed)
+        return false;
+    ++m_unlisted;
+    return true;
+}
+
+// Errors are always listed: the export stops at the first anyway.
 void ClassChecks::add(Problem::Severity severity, const QString& field, const QString& what)
 {
+    if (severity == S::Warning && counted())
+        return;
     m_problems.push_back({severity, m_configName, m_rowId, m_number, m_className, field, what});
 }
 
@@ -105,7 +116,7 @@ void ClassChecks::checkSlots(const ExportedClass& cls)
         for (std::size_t k = 0; k < slotIds.size(); ++k) {
             const ShownNumber stored = slotIds[k];
             const ShownNumber chosen = chosenSlotId(ids, findSlotPosition(ids, stored));
-            if (!stored || !chosen || chosen == stored) // with no entry at all, the slot keeps its id
+            if (!stored || !chosen || chosen == stored || counted()) // with no entry, the slot keeps its id
                 continue;
             add(S::Warning, QStringLiteral("%1 %2").arg(QLatin1String(kind)).arg(firstSlot + int(k)),
                 QStringLiteral("id %1 is no enabled %2: the export stores and writes the first one, %3 (id %4), "
@@ -132,7 +143,7 @@ void ClassChecks::checkNumbers(const ExportedClass& cls)
                                                                        {"cells limit", cls.ammo[4]},
                                                                        {"slugs limit", cls.ammo[5]}}};
     for (const auto& [field, value] : numbers) {
-        if (!value)
+        if (!value && !counted())
             add(S::Warning, QLatin1String(field),
                 QStringLiteral("empty: the class file gets an empty field here, and will not read back"));
     }
@@ -210,10 +221,10 @@ void ClassChecks::checkLineLengths(const ExportedClass& cls)
 }
 
 std::vector<Problem> checkConfiguration(Database& classDb, Database& refDb, const QString& configName,
-                                        bool protectOutput)
+                                        bool protectOutput, std::size_t listed)
 {
     const ReferenceLists lists = loadReferenceLists(refDb);
-    ClassChecks checks(lists, configName, protectOutput);
+    ClassChecks checks(lists, configName, protectOutput, listed);
     ExportWalk(classDb, lists).run(configName, nullptr, false, &checks);
     std::vector<Problem> problems = checks.problems();
     if (const int rows = countPackageRows(classDb, configName); rows > 1)

@@ -4,6 +4,7 @@
 #include "store/ReferenceLists.h"
 
 #include <QString>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -38,13 +39,20 @@ bool hasError(const std::vector<Problem>& problems);
 class ClassChecks
 {
 public:
-    ClassChecks(const ReferenceLists& lists, QString configName, bool protectOutput);
+    // Past `listed` warnings, further ones are only counted: a configuration of 30,000
+    // stale classes would otherwise hold hundreds of thousands of lines nobody reads.
+    ClassChecks(const ReferenceLists& lists, QString configName, bool protectOutput,
+                std::size_t listed = std::numeric_limits<std::size_t>::max());
 
     void check(qint64 rowId, std::optional<qint64> classNumber, const ExportedClass& cls);
     const std::vector<Problem>& problems() const { return m_problems; }
+    // The warnings past the listed ones.
+    qsizetype unlisted() const { return m_unlisted; }
 
 private:
     void add(Problem::Severity severity, const QString& field, const QString& what);
+    // True when a warning can only be counted, and counts it.
+    bool counted();
     void checkSlots(const ExportedClass& cls);
     void checkNumbers(const ExportedClass& cls);
     void checkNames(const ExportedClass& cls);
@@ -56,7 +64,9 @@ private:
     std::vector<qint64> m_grenadeIds;
     QString m_configName;
     bool m_protect;
+    std::size_t m_listed;
     std::vector<Problem> m_problems;
+    qsizetype m_unlisted = 0;
     // The class on show while checking it, and the number before it.
     std::optional<qint64> m_rowId;
     std::optional<qint64> m_number;
@@ -66,7 +76,8 @@ private:
 
 // Every problem of a stored configuration, for the form it would be exported in.
 std::vector<Problem> checkConfiguration(Database& classDb, Database& refDb, const QString& configName,
-                                        bool protectOutput);
+                                        bool protectOutput,
+                                        std::size_t listed = std::numeric_limits<std::size_t>::max());
 // The problems of one stored class, by its rowid.
 std::vector<Problem> checkClass(Database& classDb, const ReferenceLists& lists, const QString& configName, qint64 rowId,
                                 bool protectOutput);

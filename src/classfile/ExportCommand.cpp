@@ -63,7 +63,7 @@ ExportResult exportConfiguration(const ExportStores& stores, const ExportRequest
                                      .arg(request.configName));
         ClassFileWriter writer(out, request.protectOutput);
         writer.writeHeader(request.modId, request.configName);
-        ClassChecks checks(lists, request.configName, request.protectOutput);
+        ClassChecks checks(lists, request.configName, request.protectOutput, ExportResult::ListedWarnings);
         const int tracked = ExportWalk(stores.classDb, lists).run(request.configName, &writer, storeSlots, &checks);
         result.warnings = checks.problems();
         if (request.strict && !result.warnings.empty()) { // the rows are rolled back, the file is never written
@@ -80,7 +80,7 @@ ExportResult exportConfiguration(const ExportStores& stores, const ExportRequest
             result.unstoredSlots = unstoredSlotsText(stores.classDb, tracked);
         return result;
     } catch (const Error& e) {
-        return {.error = e.message(), .unstoredSlots = std::nullopt, .warnings = {}};
+        return {.error = e.message(), .unstoredSlots = std::nullopt, .warnings = {}, .unlistedWarnings = 0};
     }
 }
 
@@ -91,10 +91,11 @@ ExportResult exportConfigurationToFile(const ExportStores& stores, const ExportR
         return {.error = QStringLiteral("Cannot write %1: it is %2, one of the workbench's own files.")
                              .arg(QDir::toNativeSeparators(path), QDir::toNativeSeparators(*own)),
                 .unstoredSlots = std::nullopt,
-                .warnings = {}};
+                .warnings = {},
+                .unlistedWarnings = 0};
     OutputFile file(path, request.readerWait);
     if (!file.open())
-        return {.error = file.errorText(), .unstoredSlots = std::nullopt, .warnings = {}};
+        return {.error = file.errorText(), .unstoredSlots = std::nullopt, .warnings = {}, .unlistedWarnings = 0};
     ExportResult result = exportConfiguration(stores, request, file.device(), [&] {
         if (!file.commit())
             throw ClassFileError(file.errorText());

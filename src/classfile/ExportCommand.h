@@ -40,8 +40,13 @@ struct ExportResult {
     // Set when the file was written but the store could not take the slots the tracking
     // changed (a read-only store): the file carries them, the rows do not.
     std::optional<QString> unstoredSlots;
-    // What the file carries that the author may not expect: the checks' warnings.
+    // What the file carries that the author may not expect: the checks' warnings, the
+    // first ListedWarnings of them, and how many more there are.
     std::vector<Problem> warnings;
+    qsizetype unlistedWarnings = 0;
+
+    static constexpr std::size_t ListedWarnings = 100;
+    qsizetype warningCount() const { return qsizetype(warnings.size()) + unlistedWarnings; }
 };
 
 // Writes the class file of a configuration, protected or not, to a device opened for

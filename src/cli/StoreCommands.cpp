@@ -230,6 +230,9 @@ int exportCommand(const Invocation& call, Console& console)
             });
         }
         reportProblems(result.warnings, {}, console);
+        if (result.unlistedWarnings > 0)
+            console.error << "tarnctl: warning: " << result.unlistedWarnings
+                          << " more warnings; tarnctl check --config lists them all\n";
         if (result.error)
             return refuse(console, *result.error);
         if (result.unstoredSlots)
