@@ -8,6 +8,7 @@
 #include "toolkit/Guarded.h"
 #include "ui_frmClasses.h"
 
+#include <QAction>
 #include <QDockWidget>
 #include <QLabel>
 #include <QListWidget>

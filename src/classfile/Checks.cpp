@@ -26,14 +26,6 @@ QString quoted(const QString& text)
     return u'"' + text + u'"';
 }
 
-std::vector<qint64> idsOf(const std::vector<PickerEntry>& entries)
-{
-    std::vector<qint64> ids;
-    for (const PickerEntry& entry : entries)
-        ids.push_back(entry.id);
-    return ids;
-}
-
 // The byte count of a text in a class file, as far as it can be written.
 qsizetype fileLength(const QString& text)
 {

@@ -154,15 +154,6 @@ ExportedClass exportedClass(const Statement& row, const Columns& c, const Refere
     return cls;
 }
 
-std::vector<qint64> idsOf(const std::vector<PickerEntry>& entries)
-{
-    std::vector<qint64> ids;
-    ids.reserve(entries.size());
-    for (const PickerEntry& entry : entries)
-        ids.push_back(entry.id);
-    return ids;
-}
-
 } // namespace
 
 ExportWalk::ExportWalk(Database& classDb, const ReferenceLists& lists)

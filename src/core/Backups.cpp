@@ -16,7 +16,7 @@ const QString NameFormat = QStringLiteral("yyyy-MM-ddTHH-mm-ss");
 
 QDir backupsOf(const QString& dataDirectory)
 {
-    return QDir(QDir(dataDirectory).filePath(BackupFolder));
+    return {QDir(dataDirectory).filePath(BackupFolder)};
 }
 
 // A name for a backup made now; a second one in the same second gets a number.

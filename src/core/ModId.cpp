@@ -13,7 +13,7 @@ namespace
 {
 
 // One quoted line is all the file holds; anything larger is not a settings file.
-constexpr qint64 SettingsFileLimit = 64 * 1024;
+constexpr qint64 SettingsFileLimit = qint64(64) * 1024;
 
 QString trimSpaces(QString text)
 {

@@ -44,6 +44,15 @@ ReferenceLists loadReferenceLists(Database& refDb, int itemRows, int specialRows
     return lists;
 }
 
+std::vector<qint64> idsOf(const std::vector<PickerEntry>& entries)
+{
+    std::vector<qint64> ids;
+    ids.reserve(entries.size());
+    for (const PickerEntry& entry : entries)
+        ids.push_back(entry.id);
+    return ids;
+}
+
 ReferenceLists loadReferenceLists(Database& refDb)
 {
     return loadReferenceLists(refDb, ItemBoxes, SpecialBoxes);

@@ -35,6 +35,8 @@ inline constexpr int ItemBoxes = 8;
 inline constexpr int SpecialBoxes = 21;
 
 ReferenceLists loadReferenceLists(Database& refDb);
+// The ids of a picker's entries, in its order.
+std::vector<qint64> idsOf(const std::vector<PickerEntry>& entries);
 // The same with up to the given numbers of item and ability rows, past the boxes too.
 ReferenceLists loadReferenceLists(Database& refDb, int itemRows, int specialRows);
 

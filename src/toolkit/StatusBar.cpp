@@ -21,7 +21,7 @@ QString classCount(int classes)
 
 QString exportedStatus(int classes, const QString& file, qsizetype warnings)
 {
-    const QString wrote = QStringLiteral("Wrote %1 to %2").arg(classCount(classes), QDir::toNativeSeparators(file));
+    QString wrote = QStringLiteral("Wrote %1 to %2").arg(classCount(classes), QDir::toNativeSeparators(file));
     if (warnings == 0)
         return wrote;
     return wrote + (warnings == 1 ? QStringLiteral(", with 1 warning (View > Problems)")

@@ -18,8 +18,9 @@ namespace
 // or not there yet: a pipe or a device in its place would hang or flood the program.
 bool usable(const QString& file)
 {
+    constexpr qint64 Limit = qint64(1024) * 1024; // far more than the windows ever write
     const QFileInfo info(file);
-    return !file.isEmpty() && (!info.exists() || (info.isFile() && info.size() <= 1024 * 1024));
+    return !file.isEmpty() && (!info.exists() || (info.isFile() && info.size() <= Limit));
 }
 
 QString geometryKey(const QWidget& window)
