@@ -17,13 +17,16 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTableView>
 #include <QTest>
 
 using namespace tarn;
@@ -178,7 +181,9 @@ private slots:
             for (QAction* entry : menu->menu()->actions())
                 entries << plain(menu->text()) + u'/' + plain(entry->text()) + (entry->isEnabled() ? "" : " off");
         }
-        QCOMPARE(entries, QStringList({"File/Save As...", "File/Save Unprotected...", "View/Problems"}));
+        QCOMPARE(entries, QStringList({"File/Save As...", "File/Save Unprotected...", "Edit/Find Class...",
+                                       "Edit/Undo Delete Class off", "View/Problems", "View/Class List",
+                                       "View/Class File Preview"}));
         for (int n = 2; n <= 10; ++n)
             QCOMPARE(f->picker(QStringLiteral("w%1").arg(n))->accessibleName(), QStringLiteral("Weapon %1").arg(n));
         for (int n = 1; n <= 3; ++n)
@@ -459,6 +464,130 @@ private slots:
         save("mnuSaveAs", target());
         QCOMPARE(f->editor->statusBar()->currentMessage(),
                  "Wrote 2 classes to " + target() + ", with 1 warning (View > Problems)");
+    }
+
+    // Find goes to the next class whose name holds the text or whose number it is, from
+    // the top again past the last, storing the edit on show; no match moves nothing.
+    void findGoesToTheNextMatchingClass_data()
+    {
+        QTest::addColumn<QStringList>("searches");
+        QTest::addColumn<QString>("shown"); // name, position and what the bar says
+        QTest::newRow("part of a name, case ignored") << QStringList{"UNN"} << "Gunner|Class 3 of 3|";
+        QTest::newRow("the next match, then the first again")
+            << QStringList{"er", "er", "er"} << "Sniper|Class 2 of 3|";
+        QTest::newRow("a class number") << QStringList{"2"} << "Sniper|Class 2 of 3|";
+        QTest::newRow("no match") << QStringList{"zz"} << "edited|Class 1 of 3|No class matches \"zz\".";
+    }
+    void findGoesToTheNextMatchingClass()
+    {
+        QFETCH(QStringList, searches);
+        QFETCH(QString, shown);
+        f->addConfig(Config);
+        f->addClass(Config, 1, {{"class_name", "Scout"}});
+        f->addClass(Config, 2, {{"class_name", "Sniper"}});
+        f->addClass(Config, 3, {{"class_name", "Gunner"}});
+        f->open(Config);
+        f->type("fldClassName", "edited");
+        f->editor->findChild<QAction*>("mnuFindClass")->trigger();
+        for (const QString& search : searches) {
+            QLineEdit* box = f->control<QLineEdit>("findBox");
+            box->setText(search);
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+        QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text() + u'|' +
+                     f->control<QLabel>("lblFind")->text(),
+                 shown);
+        QCOMPARE(f->column(Config, 1, "class_name").toString(), shown.contains("No class") ? "Scout" : "edited");
+    }
+
+    // Undo Delete Class brings back the classes deleted in this window, the last first,
+    // with every column as it was stored.
+    void undoDeleteClassBringsBackEveryColumn()
+    {
+        insertTestSet(f->data.classDb());
+        const QString rows = "select * from classdef where package_name = 'Test Set' order by class_num";
+        const QStringList before = rowsOf(f->data.classDb(), rows);
+        f->open(QStringLiteral("Test Set"));
+        QVERIFY(f->nav().moveLast());
+        f->press("Command1");
+        f->press("Command1");
+        QCOMPARE(classCount(f->data.classDb(), "Test Set"), 0);
+        QAction* undo = f->editor->findChild<QAction*>("mnuUndoDeleteClass");
+        undo->trigger();
+        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Light Scout"));
+        undo->trigger();
+        QVERIFY(!undo->isEnabled());
+        QCOMPARE(rowsOf(f->data.classDb(), rows), before);
+    }
+
+    // The class list shows every class; a click goes there through the navigator, storing
+    // the edit on show, and the list follows the edit.
+    void aClickInTheClassListMovesAndStores()
+    {
+        insertTestSet(f->data.classDb());
+        f->open(QStringLiteral("Test Set"));
+        f->editor->findChild<QAction*>("mnuViewClassList")->trigger();
+        auto* list = f->control<QTableView>("tblClasses");
+        QCOMPARE(list->model()->rowCount(), 2);
+        QCOMPARE(list->model()->index(1, 1).data().toString() + u'|' + list->model()->index(1, 6).data().toString(),
+                 "Gunner|Super Shotgun, Machinegun, None, None, None, None, None, None, None");
+        f->type("fldClassName", "Scout");
+        list->sortByColumn(1, Qt::AscendingOrder); // the view's own order, by name: Gunner first
+        emit list->clicked(list->model()->index(0, 1));
+        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner"));
+        QCOMPARE(f->column("Test Set", 1, "class_name").toString(), QStringLiteral("Scout"));
+        QCOMPARE(list->model()->index(1, 1).data().toString(), QStringLiteral("Scout"));
+        QCOMPARE(list->selectionModel()->selectedRows().value(0).row(), 0); // the class on show
+    }
+
+    // The panels open hidden the first time; which are shown is remembered with the window.
+    void panelsShownAreRemembered()
+    {
+        f->addConfig(Config, {1});
+        f->data.state->windowSettingsFile = f->data.path("windows.ini");
+        f->open(Config);
+        const auto shown = [&] {
+            QStringList docks;
+            for (const char* name : {"dockProblems", "dockClassList", "dockPreview"})
+                docks << QString::number(f->control<QDockWidget>(name)->isVisible());
+            return docks.join(u' ');
+        };
+        QCOMPARE(shown(), "0 0 0");
+        f->editor->findChild<QAction*>("mnuViewClassList")->trigger();
+        QVERIFY(f->editor->close());
+        f->open(Config);
+        QCOMPARE(shown(), "0 1 0");
+    }
+
+    // The preview shows what the export writes for the class on show, typed and not yet
+    // stored included, in either form, and stores nothing.
+    void thePreviewIsWhatTheExportWrites_data()
+    {
+        QTest::addColumn<bool>("protect");
+        QTest::newRow("plain") << false;
+        QTest::newRow("protected") << true;
+    }
+    void thePreviewIsWhatTheExportWrites()
+    {
+        QFETCH(bool, protect);
+        insertTestSet(f->data.classDb());
+        f->data.state->modId = QStringLiteral("12");
+        f->open(QStringLiteral("Test Set"));
+        f->editor->findChild<QAction*>("mnuViewPreview")->trigger();
+        f->control<QCheckBox>("chkPreviewProtected")->setChecked(protect);
+        const QString file = testDataPath(protect ? "test_set_protected.class" : "test_set_unprotected.class");
+        QByteArrayList lines = readFile(file).split('\n').mid(2, 7); // the first class
+        QStringList expected;
+        for (QByteArray& line : lines) {
+            line.chop(1); // its carriage return
+            expected << (protect ? QString::fromLatin1((line + "\r").toHex(' ')) : QString::fromLatin1(line));
+        }
+        QCOMPARE(f->control<QPlainTextEdit>("txtPreview")->toPlainText(), expected.join(u'\n'));
+        f->type("fldModel", "typed");
+        QVERIFY(f->control<QPlainTextEdit>("txtPreview")
+                    ->toPlainText()
+                    .startsWith(protect ? QStringLiteral("0d\n") : QStringLiteral("\n[Light Scout]\ntyped ")));
+        QCOMPARE(f->column("Test Set", 1, "model_name").toString(), QStringLiteral("scout"));
     }
 
     // The navigator's keys work from a text box, where the author's focus is; Esc in an

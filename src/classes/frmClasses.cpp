@@ -59,7 +59,9 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     ui->dbClassDef->setDialogs(dialogs);
     bindClassControls(*this, *ui->dbClassDef);
     connectHandlers();
+    setUpEditMenu();
     setUpProblems();
+    setUpPanels();
     publishSystemNames(*this);
     sizeBoxes();
     scrollCentralWidget(*this);
@@ -172,6 +174,10 @@ void frmClasses::Command1_Click()
 void frmClasses::deleteClass()
 {
     DataControl& data = *ui->dbClassDef;
+    if (data.hasCurrent()) { // kept for Undo Delete Class, as stored
+        m_deleted.push_back(data.currentValues());
+        mnuUndoDeleteClass->setEnabled(true);
+    }
     data.deleteCurrent(); // a second click on an empty set deletes nothing and repeats the advice
     if (data.recordCount() != 0) {
         if (data.moveNext()) // past the end this is the last class

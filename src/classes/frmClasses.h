@@ -1,8 +1,10 @@
 #pragma once
 
+#include "classfile/ClassFileWriter.h"
 #include "store/ReferenceLists.h"
 
 #include <QMainWindow>
+#include <QVariantMap>
 #include <array>
 #include <memory>
 #include <span>
@@ -13,6 +15,10 @@ class QComboBox;
 class QDockWidget;
 class QLabel;
 class QListWidget;
+class QPlainTextEdit;
+class QSortFilterProxyModel;
+class QTableView;
+class QToolBar;
 class QLineEdit;
 class QStandardItemModel;
 
@@ -25,6 +31,7 @@ namespace tarn
 {
 
 struct AppState;
+class ClassListModel;
 class Dialogs;
 
 // The class editor: the classes of the current configuration, one at a time, bound
@@ -71,7 +78,16 @@ private:
     void setUpProblems();
     void showClassProblems();
     void refreshProblemsPanel();
-    void goToProblem(qint64 rowId);
+    void goToRow(qint64 rowId);
+    void setUpEditMenu();
+    void setUpPanels();
+    void findNext();
+    void undoDeleteClass();
+    void refreshClassList();
+    void refreshPreview();
+    // The class as the controls show it now, typed and not yet stored included; the
+    // text of a number box that holds no number, if one does.
+    ExportedClass classOnShow(QString& notANumber) const;
     void addClass();
     void deleteClass();
 
@@ -89,6 +105,18 @@ private:
     QLabel* lblProblems = nullptr;       // the problems of the class on show, in the status bar
     QDockWidget* dockProblems = nullptr; // View > Problems: those of the whole configuration
     QListWidget* lstProblems = nullptr;
+    QToolBar* findBar = nullptr; // Edit > Find Class
+    QLineEdit* findBox = nullptr;
+    QLabel* lblFind = nullptr;
+    QAction* mnuUndoDeleteClass = nullptr;
+    std::vector<QVariantMap> m_deleted; // the classes deleted in this window, the last one last
+    QDockWidget* dockClassList = nullptr;
+    QTableView* tblClasses = nullptr;
+    ClassListModel* m_classList = nullptr;
+    QSortFilterProxyModel* m_sortedClasses = nullptr;
+    QDockWidget* dockPreview = nullptr;
+    QPlainTextEdit* txtPreview = nullptr;
+    QCheckBox* chkPreviewProtected = nullptr;
 };
 
 } // namespace tarn

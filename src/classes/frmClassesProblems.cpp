@@ -54,7 +54,7 @@ void frmClasses::setUpProblems()
     });
     connect(lstProblems, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         if (const QVariant rowId = item->data(RowIdRole); rowId.isValid())
-            goToProblem(rowId.toLongLong());
+            goToRow(rowId.toLongLong());
     });
 }
 
@@ -94,7 +94,7 @@ void frmClasses::refreshProblemsPanel()
 }
 
 // Through the navigator, so that the edits on show are stored or refused first.
-void frmClasses::goToProblem(qint64 rowId)
+void frmClasses::goToRow(qint64 rowId)
 {
     if (const std::optional<int> position = ui->dbClassDef->positionOf(rowId))
         ui->dbClassDef->moveTo(*position);

@@ -67,6 +67,7 @@ void frmClasses::dbClassDef_Reposition()
     showPosition();
     showClassProblems();
     refreshProblemsPanel();
+    refreshClassList();
     const bool shown = ui->dbClassDef->hasCurrent();
     setPickersEnabled(shown);
     if (!shown) // every class was deleted by another program
@@ -76,6 +77,7 @@ void frmClasses::dbClassDef_Reposition()
         slot.picker->setCurrentIndex(slot.weapon ? FindWeaponPos(id) : FindGrenadePos(id));
         Picker_Click(slot);
     }
+    refreshPreview();
 }
 
 void frmClasses::Picker_Click(const Slot& slot)

@@ -5,6 +5,7 @@
 #include "LineReader.h"
 #include "Protection.h"
 
+#include <QBuffer>
 #include <QIODevice>
 #include <algorithm>
 #include <charconv>
@@ -192,6 +193,14 @@ void ClassFileWriter::write()
         protectInPlace(m_block);
     if (m_out.write(m_block) != m_block.size())
         throw ClassFileError(QStringLiteral("Cannot write the class file: %1").arg(m_out.errorString()));
+}
+
+QByteArray classLines(const ExportedClass& cls, bool protectOutput)
+{
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    ClassFileWriter(out, protectOutput).writeClass(cls);
+    return out.data();
 }
 
 } // namespace tarn

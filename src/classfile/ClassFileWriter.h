@@ -49,4 +49,8 @@ private:
     QByteArray m_block; // the lines of one call, kept to reuse its memory
 };
 
+// The lines the export writes for one class, as bytes: what the class editor's preview
+// shows. Throws ClassFileError where the export would refuse.
+QByteArray classLines(const ExportedClass& cls, bool protectOutput);
+
 } // namespace tarn

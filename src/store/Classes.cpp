@@ -100,6 +100,21 @@ Statement classRowById(Database& classDb, qint64 rowId)
     return row;
 }
 
+std::vector<ClassListRow> classListRows(Database& classDb, const QString& config)
+{
+    Statement rows = classDb.prepare(sql::ClassListOfConfig);
+    rows.bind(1, config);
+    std::vector<ClassListRow> list;
+    while (rows.step()) {
+        ClassListRow row{rows.int64(0),         rows.optionalInt64(1), rows.text(2),          rows.text(3),
+                         rows.optionalInt64(4), rows.optionalInt64(5), rows.optionalInt64(6), {}};
+        for (int k = 0; k < int(row.weapons.size()); ++k)
+            row.weapons[std::size_t(k)] = rows.optionalInt64(7 + k);
+        list.push_back(std::move(row));
+    }
+    return list;
+}
+
 std::optional<qint64> highestClassNumber(Database& classDb, const QString& config)
 {
     const QVariant highest = classDb.scalar(sql::HighestClassNum, {config});

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <array>
 #include <map>
 #include <optional>
 #include <utility>
@@ -60,6 +61,18 @@ private:
 Statement orderedClassRows(Database& classDb, const QString& config);
 // The same columns of one class, by its rowid.
 Statement classRowById(Database& classDb, qint64 rowId);
+
+// One class as the class list shows it.
+struct ClassListRow {
+    qint64 rowId = 0;
+    std::optional<qint64> number;
+    QString name;
+    QString model;
+    std::optional<qint64> armor, speed, health;
+    std::array<std::optional<qint64>, 9> weapons; // slots 2 to 10
+};
+// The classes of a configuration in the navigator's order.
+std::vector<ClassListRow> classListRows(Database& classDb, const QString& config);
 
 // The highest class number of the configuration; nothing when it has no numbered class.
 std::optional<qint64> highestClassNumber(Database& classDb, const QString& config);

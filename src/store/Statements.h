@@ -20,6 +20,10 @@ inline const QString AllClasses = QStringLiteral("select * from classdef");
 inline const QString ClassesOfConfig = QStringLiteral("select * from classdef where package_name = ?");
 inline const RecordSource OrderedClassesOfConfig{QStringLiteral("classdef"), QStringLiteral("package_name = ?"),
                                                  QStringLiteral("package_name,class_num"), QStringLiteral("class")};
+inline const QString ClassListOfConfig =
+    QStringLiteral("select rowid, class_num, class_name, model_name, max_armor, max_speed, max_health, "
+                   "w2, w3, w4, w5, w6, w7, w8, w9, w10 from classdef where package_name = ? "
+                   "order by package_name,class_num");
 inline const QString OrderedClasses = QStringLiteral("select * from classdef order by package_name,class_num");
 inline const QString CreateClassOrderIndex =
     QStringLiteral("create index if not exists classdef_order on classdef (package_name, class_num)");

@@ -58,6 +58,8 @@ public:
     bool hasCurrent() const { return m_recordset && m_recordset->hasCurrent(); }
     // The place of the row on show in the set, from 0; -1 when none is.
     int currentPosition() const { return hasCurrent() ? m_recordset->position() : -1; }
+    // Every column of the row on show, as stored.
+    QVariantMap currentValues() const { return m_recordset->currentRow(); }
     std::optional<qint64> currentRowId() const
     {
         return hasCurrent() ? std::optional(m_recordset->currentRowId()) : std::nullopt;

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLayout>
+#include <QMainWindow>
 #include <QScreen>
 #include <QSettings>
 #include <QStyle>
@@ -26,6 +27,12 @@ bool usable(const QString& file)
 QString geometryKey(const QWidget& window)
 {
     return QStringLiteral("windows/%1/geometry").arg(window.objectName());
+}
+
+// Which docks and bars a main window shows, and where.
+QString stateKey(const QWidget& window)
+{
+    return QStringLiteral("windows/%1/state").arg(window.objectName());
 }
 
 QString folderKey(const QString& dialog)
@@ -80,6 +87,8 @@ void WindowMemory::restore(QWidget& window) const
 {
     if (usable(m_file)) {
         const QSettings settings(m_file, QSettings::IniFormat);
+        if (auto* main = qobject_cast<QMainWindow*>(&window))
+            main->restoreState(settings.value(stateKey(window)).toByteArray());
         // restoreGeometry moves a window that would lie off every screen onto one.
         if (window.restoreGeometry(settings.value(geometryKey(window)).toByteArray()))
             return;
@@ -93,6 +102,8 @@ void WindowMemory::remember(const QWidget& window) const
         return;
     QSettings settings(m_file, QSettings::IniFormat);
     settings.setValue(geometryKey(window), window.saveGeometry());
+    if (const auto* main = qobject_cast<const QMainWindow*>(&window))
+        settings.setValue(stateKey(window), main->saveState());
 }
 
 QString WindowMemory::lastFolder(const QString& dialog) const
