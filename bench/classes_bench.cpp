@@ -9,9 +9,11 @@
 #include "store/Classes.h"
 #include "store/Configurations.h"
 #include "store/Database.h"
+#include "store/Schema.h"
 #include "toolkit/DataControl.h"
 #include "toolkit/Dialogs.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -39,6 +41,7 @@ public:
     QStringList messages;
     QString inputBox(QWidget*, const QString&, const QString&) override { return {}; }
     void message(QWidget*, const QString& text) override { messages << text; }
+    QString chooseItem(QWidget*, const QString&, const QString&, const QStringList&) override { return {}; }
     bool confirm(QWidget*, const QString&, const QString&) override { return false; }
     QString openFileName(QWidget*, const QString&) override { return {}; }
     QString saveFileName(QWidget*, const QString&) override { return {}; }
@@ -152,6 +155,42 @@ double stepThrough(AppState& state, SilentDialogs& dialogs)
     return double(timer.nsecsElapsed()) / 1e6;
 }
 
+// 30,000 classes: six copies of the bench's 5,000 under one name.
+const QString ListConfig = QStringLiteral("List");
+constexpr int ListClasses = 30000;
+const QString ListSql = QStringLiteral(
+    "select rowid, class_num, class_name, model_name, max_armor, max_speed, max_health, w2, w3, w4, w5, w6, w7, "
+    "w8, w9, w10 from classdef where package_name = 'List' order by package_name,class_num;");
+
+void fillList(Database& classDb)
+{
+    QStringList columns = schema::classColumnNames();
+    columns.removeAll(QStringLiteral("package_name"));
+    columns.removeAll(QStringLiteral("class_num"));
+    const QString list = columns.join(u", ");
+    addConfiguration(classDb, ListConfig);
+    for (int copy = 0; copy < ListClasses / Classes; ++copy)
+        classDb.exec(QStringLiteral("insert into classdef (package_name, class_num, %1) select 'List', "
+                                    "class_num + %2, %1 from classdef where package_name = 'Bench'")
+                         .arg(list)
+                         .arg(copy * Classes));
+}
+
+// The class list shown on the editor that is open on 30,000 classes.
+double showClassList(AppState& state, SilentDialogs& dialogs)
+{
+    state.currentConfig = ListConfig;
+    frmClasses editor(state, dialogs);
+    editor.show();
+    QElapsedTimer timer;
+    timer.start();
+    editor.findChild<QAction*>(QStringLiteral("mnuViewClassList"))->trigger();
+    QApplication::processEvents();
+    const double ms = double(timer.nsecsElapsed()) / 1e6;
+    state.currentConfig = Config;
+    return ms;
+}
+
 void row(QTextStream& out, const QString& work, const Figures& ours, const Figures& shell)
 {
     out << QStringLiteral("| %1 | %2 ms | %3 MiB | %4 ms | %5 MiB | %6 |\n")
@@ -194,6 +233,13 @@ int main(int argc, char** argv)
         shellReads.push_back(shellRun(dir.path(), ReadSql));
         steps.push_back(stepThrough(*state, dialogs));
     }
+    fillList(state->classDb());
+    const double shellListMib = shellPeak(dir.path(), ListSql);
+    std::vector<double> lists, shellLists;
+    for (int i = 0; i < runs; ++i) {
+        shellLists.push_back(shellRun(dir.path(), ListSql));
+        lists.push_back(showClassList(*state, dialogs));
+    }
     if (!dialogs.messages.isEmpty())
         qFatal("the editor showed a message: %s", qPrintable(dialogs.messages.first()));
 
@@ -207,6 +253,8 @@ int main(int argc, char** argv)
         {median(opens), openMib}, {median(shellOpens), shellOpenMib});
     row(out, QStringLiteral("step through all %1 classes").arg(Classes), {median(steps), peakMiB(RUSAGE_SELF)},
         {median(shellReads), shellReadMib});
+    row(out, QStringLiteral("show the class list of %1 classes").arg(ListClasses),
+        {median(lists), peakMiB(RUSAGE_SELF)}, {median(shellLists), shellListMib});
     out << QStringLiteral("\nOne step: %1 ms (median pass / %2 steps). Our peak is the whole process; before the "
                           "first editor opened (application and workload made) it was %3 MiB.\n")
                .arg(median(steps) / (Classes - 1), 0, 'f', 3)

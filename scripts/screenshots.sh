@@ -39,7 +39,9 @@ session() {
     shoot main-window.png "$main"
     keys "$main" alt+c Down Return
     shoot class-editor.png "KD TARN 1 - Class Configuration"
-    keys "KD TARN 1 - Class Configuration" Escape
+    keys "KD TARN 1 - Class Configuration" alt+v l alt+v v
+    shoot class-editor-panels.png "KD TARN 1 - Class Configuration"
+    keys "KD TARN 1 - Class Configuration" alt+v l alt+v v Escape
     keys "$main" alt+u w
     shoot weapons.png "Edit Weapons"
     keys "Edit Weapons" Escape

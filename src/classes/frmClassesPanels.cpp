@@ -19,8 +19,10 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QShortcut>
 #include <QSortFilterProxyModel>
+#include <QStyle>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -31,6 +33,9 @@ namespace tarn
 namespace
 {
 
+// A panel beside the form, hidden until asked for. The first panel shown on the right
+// widens the window by its own width, as far as the screen allows, so the form keeps
+// its room.
 QDockWidget* hiddenDock(QMainWindow& window, const QString& title, const QString& name, QWidget* content)
 {
     auto* dock = new QDockWidget(title, &window);
@@ -38,6 +43,19 @@ QDockWidget* hiddenDock(QMainWindow& window, const QString& title, const QString
     dock->setWidget(content);
     window.addDockWidget(Qt::RightDockWidgetArea, dock);
     dock->hide();
+    QObject::connect(dock->toggleViewAction(), &QAction::triggered, &window, [&window, dock](bool shown) {
+        const auto docks = window.findChildren<QDockWidget*>();
+        const bool alone = std::none_of(docks.begin(), docks.end(), [&](const QDockWidget* other) {
+            return other != dock && other->isVisible() && !other->isFloating();
+        });
+        if (!shown || dock->isFloating() || !alone)
+            return;
+        const int width = std::max(dock->sizeHint().width(), dock->fontMetrics().averageCharWidth() * 50);
+        const int room = window.screen()->availableGeometry().width() - window.frameGeometry().width();
+        const int separator = window.style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent, nullptr, &window);
+        window.resize(window.width() + std::clamp(room, 0, width + separator), window.height());
+        window.resizeDocks({dock}, {width}, Qt::Horizontal);
+    });
     return dock;
 }
 
@@ -184,7 +202,7 @@ void frmClasses::setUpPanels()
     layout->addWidget(txtPreview);
     dockPreview = hiddenDock(*this, QStringLiteral("Class File Preview"), QStringLiteral("dockPreview"), preview);
     QAction* show = dockPreview->toggleViewAction();
-    show->setText(QStringLiteral("Class File &Preview"));
+    show->setText(QStringLiteral("Class File Pre&view"));
     show->setObjectName(QStringLiteral("mnuViewPreview"));
     view->addAction(show);
     connect(dockPreview, &QDockWidget::visibilityChanged, this, [this](bool visible) {
