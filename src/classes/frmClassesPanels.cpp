@@ -3,6 +3,7 @@
 #include "frmClasses.h"
 
 #include "ClassListModel.h"
+#include "Panels.h"
 #include "classfile/ClassFileError.h"
 #include "classfile/Cp1252.h"
 #include "core/AppState.h"
@@ -19,10 +20,8 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QScreen>
 #include <QShortcut>
 #include <QSortFilterProxyModel>
-#include <QStyle>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -32,32 +31,6 @@ namespace tarn
 
 namespace
 {
-
-// A panel beside the form, hidden until asked for. The first panel shown on the right
-// widens the window by its own width, as far as the screen allows, so the form keeps
-// its room.
-QDockWidget* hiddenDock(QMainWindow& window, const QString& title, const QString& name, QWidget* content)
-{
-    auto* dock = new QDockWidget(title, &window);
-    dock->setObjectName(name);
-    dock->setWidget(content);
-    window.addDockWidget(Qt::RightDockWidgetArea, dock);
-    dock->hide();
-    QObject::connect(dock->toggleViewAction(), &QAction::triggered, &window, [&window, dock](bool shown) {
-        const auto docks = window.findChildren<QDockWidget*>();
-        const bool alone = std::none_of(docks.begin(), docks.end(), [&](const QDockWidget* other) {
-            return other != dock && other->isVisible() && !other->isFloating();
-        });
-        if (!shown || dock->isFloating() || !alone)
-            return;
-        const int width = std::max(dock->sizeHint().width(), dock->fontMetrics().averageCharWidth() * 50);
-        const int room = window.screen()->availableGeometry().width() - window.frameGeometry().width();
-        const int separator = window.style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent, nullptr, &window);
-        window.resize(window.width() + std::clamp(room, 0, width + separator), window.height());
-        window.resizeDocks({dock}, {width}, Qt::Horizontal);
-    });
-    return dock;
-}
 
 // A number box as the export would write it: empty is a missing value.
 std::optional<qint64> numberIn(const QLineEdit& box, QString& notANumber)
@@ -175,15 +148,10 @@ void frmClasses::setUpPanels()
     tblClasses->verticalHeader()->hide();
     for (int column : {ClassListModel::Armor, ClassListModel::Speed, ClassListModel::Health})
         tblClasses->setItemDelegateForColumn(column, new BarDelegate(tblClasses));
-    dockClassList = hiddenDock(*this, QStringLiteral("Class List"), QStringLiteral("dockClassList"), tblClasses);
-    QAction* list = dockClassList->toggleViewAction();
-    list->setText(QStringLiteral("Class &List"));
-    list->setObjectName(QStringLiteral("mnuViewClassList"));
-    view->addAction(list);
-    connect(dockClassList, &QDockWidget::visibilityChanged, this, [this](bool visible) {
-        if (visible)
-            guarded(m_dialogs, this, [this] { refreshClassList(); });
-    });
+    dockClassList = addPanel(*this, *view,
+                             {QStringLiteral("Class List"), QStringLiteral("dockClassList"),
+                              QStringLiteral("Class &List"), QStringLiteral("mnuViewClassList"), true},
+                             tblClasses, [this] { guarded(m_dialogs, this, [this] { refreshClassList(); }); });
     connect(tblClasses, &QTableView::clicked, this, [this](const QModelIndex& index) {
         const qint64 rowId = index.data(ClassListModel::RowIdRole).toLongLong();
         if (ui->dbClassDef->currentRowId() != rowId)
@@ -200,15 +168,10 @@ void frmClasses::setUpPanels()
     auto* layout = new QVBoxLayout(preview);
     layout->addWidget(chkPreviewProtected);
     layout->addWidget(txtPreview);
-    dockPreview = hiddenDock(*this, QStringLiteral("Class File Preview"), QStringLiteral("dockPreview"), preview);
-    QAction* show = dockPreview->toggleViewAction();
-    show->setText(QStringLiteral("Class File Pre&view"));
-    show->setObjectName(QStringLiteral("mnuViewPreview"));
-    view->addAction(show);
-    connect(dockPreview, &QDockWidget::visibilityChanged, this, [this](bool visible) {
-        if (visible)
-            refreshPreview();
-    });
+    dockPreview = addPanel(*this, *view,
+                           {QStringLiteral("Class File Preview"), QStringLiteral("dockPreview"),
+                            QStringLiteral("Class File Pre&view"), QStringLiteral("mnuViewPreview"), true},
+                           preview, [this] { refreshPreview(); });
     connect(chkPreviewProtected, &QCheckBox::toggled, this, &frmClasses::refreshPreview);
     const auto boxes = ui->centralwidget->findChildren<QLineEdit*>();
     for (QLineEdit* box : boxes)

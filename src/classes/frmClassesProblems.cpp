@@ -3,6 +3,7 @@
 // going to the class.
 #include "frmClasses.h"
 
+#include "Panels.h"
 #include "classfile/Checks.h"
 #include "core/AppState.h"
 #include "toolkit/Guarded.h"
@@ -36,22 +37,12 @@ void frmClasses::setUpProblems()
 
     lstProblems = new QListWidget(this);
     lstProblems->setObjectName(QStringLiteral("lstProblems"));
-    dockProblems = new QDockWidget(QStringLiteral("Problems"), this);
-    dockProblems->setObjectName(QStringLiteral("dockProblems"));
-    dockProblems->setWidget(lstProblems);
-    addDockWidget(Qt::BottomDockWidgetArea, dockProblems);
-    dockProblems->hide();
-
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
     view->setObjectName(QStringLiteral("mnuView"));
-    QAction* toggle = dockProblems->toggleViewAction();
-    toggle->setText(QStringLiteral("&Problems"));
-    toggle->setObjectName(QStringLiteral("mnuViewProblems"));
-    view->addAction(toggle);
-    connect(dockProblems, &QDockWidget::visibilityChanged, this, [this](bool visible) {
-        if (visible)
-            guarded(m_dialogs, this, [this] { refreshProblemsPanel(); });
-    });
+    dockProblems = addPanel(*this, *view,
+                            {QStringLiteral("Problems"), QStringLiteral("dockProblems"), QStringLiteral("&Problems"),
+                             QStringLiteral("mnuViewProblems"), false},
+                            lstProblems, [this] { guarded(m_dialogs, this, [this] { refreshProblemsPanel(); }); });
     connect(lstProblems, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
         if (const QVariant rowId = item->data(RowIdRole); rowId.isValid())
             goToRow(rowId.toLongLong());
