@@ -132,7 +132,7 @@ void frmClasses::undoDeleteClass()
 
 void frmClasses::setUpPanels()
 {
-    QMenu* view = menuBar()->findChild<QMenu*>(QStringLiteral("mnuView"));
+    auto* view = menuBar()->findChild<QMenu*>(QStringLiteral("mnuView"));
 
     m_classList = new ClassListModel(this);
     m_sortedClasses = new QSortFilterProxyModel(this);
