@@ -214,11 +214,12 @@ ExportedClass frmClasses::classOnShow(QString& notANumber) const
     cls.armor = numberIn(*ui->fldArmor, notANumber);
     cls.speed = numberIn(*ui->fldSpeed, notANumber);
     cls.health = numberIn(*ui->fldHealth, notANumber);
-    // The sums of the ticked boxes that a reference row fills, wrapping as 32-bit numbers.
+    // The sums of the ticked boxes' ids, wrapping as 32-bit numbers; a box that no reference
+    // row fills has the id 0.
     const auto sum = [](std::span<QCheckBox* const> boxes) {
         quint32 total = 0;
         for (const QCheckBox* box : boxes) {
-            if (!box->isHidden() && box->isChecked())
+            if (box->isChecked())
                 total += quint32(box->property("Tag").toString().toLongLong());
         }
         return qint32(total);
