@@ -321,7 +321,7 @@ private slots:
         QFETCH(QList<qint64>, ids);
         QFETCH(QString, text);
         QFETCH(int, position);
-        QCOMPARE(findSlotPosition(std::vector<qint64>(ids.begin(), ids.end()), text), position);
+        QCOMPARE(SlotLookup(std::vector<qint64>(ids.begin(), ids.end())).position(text), position);
     }
 
     void oneClassGivesNineLines()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "classfile/ClassFileWriter.h"
+#include "classfile/SlotSearch.h"
 #include "store/ReferenceLists.h"
 
 #include <QMainWindow>
@@ -99,8 +100,8 @@ private:
     std::array<Slot, 12> m_slots{}; // w2 to w10, then g1 to g3: the order of the tracking
     QStandardItemModel* m_weaponModel = nullptr;
     QStandardItemModel* m_grenadeModel = nullptr;
-    std::vector<qint64> m_weaponIds;
-    std::vector<qint64> m_grenadeIds;
+    SlotLookup m_weaponSlots{{}};
+    SlotLookup m_grenadeSlots{{}};
     ReferenceLists m_lists;
     QLabel* lblProblems = nullptr;       // the problems of the class on show, in the status bar
     QDockWidget* dockProblems = nullptr; // View > Problems: those of the whole configuration

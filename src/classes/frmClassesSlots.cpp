@@ -2,7 +2,6 @@
 // boxes that hold the slot ids.
 #include "frmClasses.h"
 
-#include "classfile/SlotSearch.h"
 #include "ui_frmClasses.h"
 
 #include <QStandardItemModel>
@@ -15,15 +14,13 @@ namespace
 
 constexpr int IdRole = Qt::UserRole;
 
-QStandardItemModel* pickerModel(const std::vector<PickerEntry>& entries, std::vector<qint64>& ids, QObject* parent)
+QStandardItemModel* pickerModel(const std::vector<PickerEntry>& entries, QObject* parent)
 {
     auto* model = new QStandardItemModel(parent);
-    ids.clear();
     for (const PickerEntry& entry : entries) {
         auto* item = new QStandardItem(entry.name);
         item->setData(entry.id, IdRole);
         model->appendRow(item);
-        ids.push_back(entry.id);
     }
     return model;
 }
@@ -41,8 +38,10 @@ void keepTypingOut(QComboBox* picker)
 // Every weapon picker shows one list and every grenade picker another.
 void frmClasses::fillPickers(const ReferenceLists& lists)
 {
-    m_weaponModel = pickerModel(lists.weapons, m_weaponIds, this);
-    m_grenadeModel = pickerModel(lists.grenades, m_grenadeIds, this);
+    m_weaponModel = pickerModel(lists.weapons, this);
+    m_grenadeModel = pickerModel(lists.grenades, this);
+    m_weaponSlots = SlotLookup(idsOf(lists.weapons));
+    m_grenadeSlots = SlotLookup(idsOf(lists.grenades));
     for (const Slot& slot : m_slots) {
         slot.picker->setModel(slot.weapon ? m_weaponModel : m_grenadeModel);
         keepTypingOut(slot.picker);
@@ -52,12 +51,12 @@ void frmClasses::fillPickers(const ReferenceLists& lists)
 
 int frmClasses::FindWeaponPos(const QString& wno_text) const
 {
-    return findSlotPosition(m_weaponIds, wno_text);
+    return m_weaponSlots.position(wno_text);
 }
 
 int frmClasses::FindGrenadePos(const QString& gno_text) const
 {
-    return findSlotPosition(m_grenadeIds, gno_text);
+    return m_grenadeSlots.position(gno_text);
 }
 
 // Each picker follows its hidden box. The click runs as for a choice by the author,
@@ -83,7 +82,7 @@ void frmClasses::dbClassDef_Reposition()
 void frmClasses::Picker_Click(const Slot& slot)
 {
     if (const std::optional<qint64> id =
-            chosenSlotId(slot.weapon ? m_weaponIds : m_grenadeIds, slot.picker->currentIndex()))
+            (slot.weapon ? m_weaponSlots : m_grenadeSlots).idAt(slot.picker->currentIndex()))
         slot.hidden->setText(QString::number(*id));
 }
 

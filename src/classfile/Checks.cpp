@@ -3,7 +3,6 @@
 #include "Cp1252.h"
 #include "ExportWalk.h"
 #include "LineReader.h"
-#include "SlotSearch.h"
 #include "store/Configurations.h"
 
 #include <limits>
@@ -60,7 +59,7 @@ bool hasError(const std::vector<Problem>& problems)
 }
 
 ClassChecks::ClassChecks(const ReferenceLists& lists, QString configName, bool protectOutput, std::size_t listed)
-    : m_lists(lists), m_weaponIds(idsOf(lists.weapons)), m_grenadeIds(idsOf(lists.grenades)),
+    : m_lists(lists), m_weaponSlots(idsOf(lists.weapons)), m_grenadeSlots(idsOf(lists.grenades)),
       m_configName(std::move(configName)), m_protect(protectOutput), m_listed(listed)
 {
     checkText(QStringLiteral("configuration name"), m_configName);
@@ -103,11 +102,11 @@ void ClassChecks::add(Problem::Severity severity, const QString& field, const QS
 // an id that is no enabled entry.
 void ClassChecks::checkSlots(const ExportedClass& cls)
 {
-    const auto series = [&](const auto& slotIds, const std::vector<qint64>& ids,
-                            const std::vector<PickerEntry>& entries, const char* kind, int firstSlot) {
+    const auto series = [&](const auto& slotIds, const SlotLookup& lookup, const std::vector<PickerEntry>& entries,
+                            const char* kind, int firstSlot) {
         for (std::size_t k = 0; k < slotIds.size(); ++k) {
             const ShownNumber stored = slotIds[k];
-            const ShownNumber chosen = chosenSlotId(ids, findSlotPosition(ids, stored));
+            const ShownNumber chosen = lookup.tracked(stored);
             if (!stored || !chosen || chosen == stored || counted()) // with no entry, the slot keeps its id
                 continue;
             add(S::Warning, QStringLiteral("%1 %2").arg(QLatin1String(kind)).arg(firstSlot + int(k)),
@@ -118,8 +117,8 @@ void ClassChecks::checkSlots(const ExportedClass& cls)
                     .arg(entries.front().id));
         }
     };
-    series(cls.weapons, m_weaponIds, m_lists.weapons, "weapon", 2);
-    series(cls.grenades, m_grenadeIds, m_lists.grenades, "grenade", 1);
+    series(cls.weapons, m_weaponSlots, m_lists.weapons, "weapon", 2);
+    series(cls.grenades, m_grenadeSlots, m_lists.grenades, "grenade", 1);
 }
 
 void ClassChecks::checkNumbers(const ExportedClass& cls)

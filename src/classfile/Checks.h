@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ClassFileWriter.h"
+#include "SlotSearch.h"
 #include "store/ReferenceLists.h"
 
 #include <QString>
@@ -60,8 +61,8 @@ private:
     void checkLineLengths(const ExportedClass& cls);
 
     const ReferenceLists& m_lists;
-    std::vector<qint64> m_weaponIds;
-    std::vector<qint64> m_grenadeIds;
+    SlotLookup m_weaponSlots;
+    SlotLookup m_grenadeSlots;
     QString m_configName;
     bool m_protect;
     std::size_t m_listed;

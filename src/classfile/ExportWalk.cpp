@@ -2,7 +2,6 @@
 
 #include "Checks.h"
 #include "ClassFileWriter.h"
-#include "SlotSearch.h"
 #include "store/Classes.h"
 #include "store/StoreError.h"
 
@@ -123,11 +122,11 @@ QVariant columnValue(const ShownNumber& value)
 // do: the id of the entry the search finds, or the slot as stored when the picker has no
 // entry to show. The columns it changed go to changes, with their new values.
 template <std::size_t N>
-void trackSlots(std::array<ShownNumber, N>& slotIds, const std::vector<qint64>& ids,
-                const std::array<QString, N>& names, std::vector<ClassColumnWriter::Change>& changes)
+void trackSlots(std::array<ShownNumber, N>& slotIds, const SlotLookup& lookup, const std::array<QString, N>& names,
+                std::vector<ClassColumnWriter::Change>& changes)
 {
     for (std::size_t k = 0; k < N; ++k) {
-        const ShownNumber chosen = chosenSlotId(ids, findSlotPosition(ids, slotIds[k]));
+        const ShownNumber chosen = lookup.tracked(slotIds[k]);
         if (chosen && chosen != slotIds[k]) {
             slotIds[k] = chosen;
             changes.emplace_back(names[k], columnValue(chosen));
@@ -157,7 +156,7 @@ ExportedClass exportedClass(const Statement& row, const Columns& c, const Refere
 } // namespace
 
 ExportWalk::ExportWalk(Database& classDb, const ReferenceLists& lists)
-    : m_classDb(classDb), m_lists(lists), m_weaponIds(idsOf(lists.weapons)), m_grenadeIds(idsOf(lists.grenades))
+    : m_classDb(classDb), m_lists(lists), m_weaponSlots(idsOf(lists.weapons)), m_grenadeSlots(idsOf(lists.grenades))
 {
 }
 
@@ -186,8 +185,8 @@ int ExportWalk::walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, 
         if (checks)
             checks->check(rows.int64(columns.rowId), rows.optionalInt64(columns.number), cls);
         changes.clear();
-        trackSlots(cls.weapons, m_weaponIds, weaponColumns, changes);
-        trackSlots(cls.grenades, m_grenadeIds, grenadeColumns, changes);
+        trackSlots(cls.weapons, m_weaponSlots, weaponColumns, changes);
+        trackSlots(cls.grenades, m_grenadeSlots, grenadeColumns, changes);
         if (!changes.empty()) {
             ++tracked;
             if (storeSlots)

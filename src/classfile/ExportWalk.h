@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SlotSearch.h"
 #include "store/ReferenceLists.h"
 
 #include <QString>
@@ -30,8 +31,8 @@ private:
 
     Database& m_classDb;
     const ReferenceLists& m_lists;
-    std::vector<qint64> m_weaponIds;
-    std::vector<qint64> m_grenadeIds;
+    SlotLookup m_weaponSlots;
+    SlotLookup m_grenadeSlots;
 };
 
 } // namespace tarn

@@ -26,33 +26,35 @@ std::optional<qint64> wantedId(std::optional<qint64> storedId)
     return fits ? storedId : std::nullopt;
 }
 
-int positionOf(const std::vector<qint64>& ids, std::optional<qint64> wanted)
-{
-    int position = 0;
-    for (std::size_t i = 1; wanted && i < ids.size(); ++i) {
-        if (ids[i] == *wanted)
-            position = int(i);
-    }
-    return position;
-}
-
 } // namespace
 
-int findSlotPosition(const std::vector<qint64>& ids, const QString& idText)
+SlotLookup::SlotLookup(std::vector<qint64> ids) : m_ids(std::move(ids))
 {
-    return positionOf(ids, wantedId(idText));
+    m_last.reserve(qsizetype(m_ids.size()));
+    for (std::size_t i = 1; i < m_ids.size(); ++i)
+        m_last.insert(m_ids[i], int(i)); // a later entry of the same id replaces an earlier one
 }
 
-int findSlotPosition(const std::vector<qint64>& ids, std::optional<qint64> storedId)
+int SlotLookup::positionOf(std::optional<qint64> wanted) const
 {
-    return positionOf(ids, wantedId(storedId));
+    return wanted ? m_last.value(*wanted, 0) : 0;
 }
 
-std::optional<qint64> chosenSlotId(const std::vector<qint64>& ids, int position)
+int SlotLookup::position(const QString& idText) const
 {
-    if (position < 0 || std::size_t(position) >= ids.size())
+    return positionOf(wantedId(idText));
+}
+
+int SlotLookup::position(std::optional<qint64> storedId) const
+{
+    return positionOf(wantedId(storedId));
+}
+
+std::optional<qint64> SlotLookup::idAt(int position) const
+{
+    if (position < 0 || std::size_t(position) >= m_ids.size())
         return std::nullopt;
-    return ids[std::size_t(position)];
+    return m_ids[std::size_t(position)];
 }
 
 } // namespace tarn
