@@ -113,25 +113,24 @@ qint32 boxSum(const Statement& row, const std::vector<BoxEntry>& boxes, const st
     return qint32(sum);
 }
 
-QVariant columnValue(const ShownNumber& value)
-{
-    return value ? QVariant(qlonglong(*value)) : QVariant();
-}
-
 // What the picker tracking leaves in each slot of a series, as the class editor's pickers
 // do: the id of the entry the search finds, or the slot as stored when the picker has no
-// entry to show. The columns it changed go to changes, with their new values.
+// entry to show. The slots it changed get their new values in changed, from `first` on;
+// returns whether it changed any.
 template <std::size_t N>
-void trackSlots(std::array<ShownNumber, N>& slotIds, const SlotLookup& lookup, const std::array<QString, N>& names,
-                std::vector<ClassColumnWriter::Change>& changes)
+bool trackSlots(std::array<ShownNumber, N>& slotIds, const SlotLookup& lookup, ClassSlotWriter::SlotValues& changed,
+                std::size_t first)
 {
+    bool any = false;
     for (std::size_t k = 0; k < N; ++k) {
         const ShownNumber chosen = lookup.tracked(slotIds[k]);
-        if (chosen && chosen != slotIds[k]) {
+        const bool changes = chosen && chosen != slotIds[k];
+        changed[first + k] = changes ? chosen : std::nullopt;
+        if (changes)
             slotIds[k] = chosen;
-            changes.emplace_back(names[k], columnValue(chosen));
-        }
+        any = any || changes;
     }
+    return any;
 }
 
 ExportedClass exportedClass(const Statement& row, const Columns& c, const ReferenceLists& lists)
@@ -174,23 +173,20 @@ void ExportWalk::check(qint64 rowId, ClassChecks& checks)
 
 int ExportWalk::walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks)
 {
-    static const auto weaponColumns = columnNames<WeaponSlots>("w", 2);
-    static const auto grenadeColumns = columnNames<GrenadeSlots>("g", 1);
-    ClassColumnWriter slotWriter(m_classDb);
+    ClassSlotWriter slotWriter(m_classDb);
     const Columns columns = locate(rows);
-    std::vector<ClassColumnWriter::Change> changes;
+    ClassSlotWriter::SlotValues changed;
     int tracked = 0;
     while (rows.step()) {
         ExportedClass cls = exportedClass(rows, columns, m_lists);
         if (checks)
             checks->check(rows.int64(columns.rowId), rows.optionalInt64(columns.number), cls);
-        changes.clear();
-        trackSlots(cls.weapons, m_weaponSlots, weaponColumns, changes);
-        trackSlots(cls.grenades, m_grenadeSlots, grenadeColumns, changes);
-        if (!changes.empty()) {
+        const bool weapons = trackSlots(cls.weapons, m_weaponSlots, changed, 0);
+        const bool grenades = trackSlots(cls.grenades, m_grenadeSlots, changed, WeaponSlots);
+        if (weapons || grenades) {
             ++tracked;
             if (storeSlots)
-                slotWriter.write(rows.int64(columns.rowId), changes);
+                slotWriter.write(rows.int64(columns.rowId), changed);
         }
         if (writer)
             writer->writeClass(cls);

@@ -30,14 +30,6 @@ QString exportColumnsSql()
     return QStringLiteral("select rowid, %1 from classdef").arg(columns.join(u", "));
 }
 
-QString updateSql(const QStringList& columns)
-{
-    QStringList assignments;
-    for (const QString& column : columns)
-        assignments << column + QStringLiteral(" = ?");
-    return QStringLiteral("update classdef set %1 where rowid = ?").arg(assignments.join(u", "));
-}
-
 } // namespace
 
 SkippedChecks::SkippedChecks(Database& db) : m_db(db)
@@ -147,36 +139,20 @@ void copyClassRows(Database& classDb, const QString& source, const QString& newN
         .run({newName, source});
 }
 
-ClassColumnWriter::ClassColumnWriter(Database& classDb) : m_classDb(classDb) {}
+ClassSlotWriter::ClassSlotWriter(Database& classDb) : m_update(classDb.prepare(sql::UpdateSlots)) {}
 
-ClassColumnWriter::~ClassColumnWriter() = default;
-
-void ClassColumnWriter::write(qint64 rowId, const std::vector<Change>& changes)
+void ClassSlotWriter::write(qint64 rowId, const SlotValues& changed)
 {
-    Q_ASSERT(!changes.empty());
-    Statement& update = statementFor(changes);
     int index = 1;
-    for (const auto& [column, value] : changes)
-        update.bind(index++, value);
-    update.bindInt64(index, rowId);
-    update.step();
-    update.rewind(); // every parameter is bound anew on the next write
-}
-
-Statement& ClassColumnWriter::statementFor(const std::vector<Change>& changes)
-{
-    // Rows in a run mostly change the same slots, so the last statement is tried first.
-    if (m_last && std::ranges::equal(m_lastColumns, changes, {}, {}, &Change::first))
-        return *m_last;
-    m_lastColumns.clear();
-    for (const auto& change : changes)
-        m_lastColumns << change.first;
-    const QString key = m_lastColumns.join(u',');
-    auto update = m_updates.find(key);
-    if (update == m_updates.end())
-        update = m_updates.emplace(key, m_classDb.prepare(updateSql(m_lastColumns))).first;
-    m_last = &update->second;
-    return *m_last;
+    for (const std::optional<qint64>& value : changed) {
+        if (value)
+            m_update.bindInt64(index++, *value);
+        else
+            m_update.bindNull(index++);
+    }
+    m_update.bindInt64(index, rowId);
+    m_update.step();
+    m_update.rewind(); // every parameter is bound anew on the next write
 }
 
 } // namespace tarn

@@ -6,7 +6,6 @@
 #include <QStringList>
 #include <QVariant>
 #include <array>
-#include <map>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -84,28 +83,19 @@ std::vector<qint64> classRowIds(Database& classDb, const QString& config, qint64
 // sort every row first, a third of the copy's work.
 void copyClassRows(Database& classDb, const QString& source, const QString& newName);
 
-// Writes some columns of class rows: only those given, each statement prepared once for
-// each set of columns.
-class ClassColumnWriter
+// Writes the weapon slots 2 to 10 and the grenade slots 1 to 3 of class rows, in one
+// statement prepared once for every row: a slot given no value keeps what it holds.
+class ClassSlotWriter
 {
 public:
-    using Change = std::pair<QString, QVariant>; // a column and its new value
+    static constexpr std::size_t Slots = 12;
+    using SlotValues = std::array<std::optional<qint64>, Slots>; // w2 to w10, then g1 to g3
 
-    explicit ClassColumnWriter(Database& classDb);
-    ClassColumnWriter(const ClassColumnWriter&) = delete;
-    ClassColumnWriter& operator=(const ClassColumnWriter&) = delete;
-    ~ClassColumnWriter();
-
-    // Writes the changes, at least one, into the row.
-    void write(qint64 rowId, const std::vector<Change>& changes);
+    explicit ClassSlotWriter(Database& classDb);
+    void write(qint64 rowId, const SlotValues& changed);
 
 private:
-    Statement& statementFor(const std::vector<Change>& changes);
-
-    Database& m_classDb;
-    std::map<QString, Statement> m_updates; // by the columns they set
-    QStringList m_lastColumns;              // those of the last statement used
-    Statement* m_last = nullptr;
+    Statement m_update;
 };
 
 } // namespace tarn

@@ -64,6 +64,12 @@ void Statement::bind(int index, const QVariant& value)
         fail(QStringLiteral("Cannot bind parameter %1").arg(index));
 }
 
+void Statement::bindNull(int index)
+{
+    if (sqlite3_bind_null(m_stmt, index) != SQLITE_OK)
+        fail(QStringLiteral("Cannot bind parameter %1").arg(index));
+}
+
 void Statement::bindInt64(int index, qint64 value)
 {
     if (sqlite3_bind_int64(m_stmt, index, value) != SQLITE_OK)

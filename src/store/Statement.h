@@ -30,6 +30,7 @@ public:
     void bindAll(const QVariantList& values);
     // For rows written in bulk: the same as bind() without a QVariant in between.
     void bindInt64(int index, qint64 value);
+    void bindNull(int index);
     void bindText(int index, const QString& value);
     // Advances to the next row; false when the statement is done.
     bool step();

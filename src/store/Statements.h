@@ -20,6 +20,11 @@ inline const QString AllClasses = QStringLiteral("select * from classdef");
 inline const QString ClassesOfConfig = QStringLiteral("select * from classdef where package_name = ?");
 inline const RecordSource OrderedClassesOfConfig{QStringLiteral("classdef"), QStringLiteral("package_name = ?"),
                                                  QStringLiteral("package_name,class_num"), QStringLiteral("class")};
+// A slot given NULL keeps its value: a slot the tracking fills is never left empty.
+inline const QString UpdateSlots = QStringLiteral(
+    "update classdef set w2 = coalesce(?, w2), w3 = coalesce(?, w3), w4 = coalesce(?, w4), w5 = coalesce(?, w5), "
+    "w6 = coalesce(?, w6), w7 = coalesce(?, w7), w8 = coalesce(?, w8), w9 = coalesce(?, w9), "
+    "w10 = coalesce(?, w10), g1 = coalesce(?, g1), g2 = coalesce(?, g2), g3 = coalesce(?, g3) where rowid = ?");
 inline const QString ClassListOfConfig =
     QStringLiteral("select rowid, class_num, class_name, model_name, max_armor, max_speed, max_health, "
                    "w2, w3, w4, w5, w6, w7, w8, w9, w10 from classdef where package_name = ? "
