@@ -3,6 +3,7 @@
 // memory beside the sqlite3 shell doing the same rows.
 //
 //   classfile_bench generate DIR CLASSES   a data directory with CLASSES classes under "Bench"
+//   classfile_bench generate-armoury DIR CLASSES WEAPONS   the same, among WEAPONS weapons
 //   classfile_bench export DIR FILE        the protected class file of "Bench"
 //   classfile_bench import DIR FILE NAME   FILE as the new configuration NAME
 //   classfile_bench copy DIR NAME          Make Copy of "Bench" as NAME
@@ -29,9 +30,20 @@ namespace
 const QString Config = QStringLiteral("Bench");
 
 // Classes as an author might make them: weapons and grenades that the pickers offer,
-// a few boxes ticked, plain numbers.
-void generate(Database& classDb, int classes)
+// a few boxes ticked, plain numbers. With a number of weapons, the weapon table holds that
+// many (ids from 0, all enabled) and the classes choose among them.
+void generate(Database& classDb, Database& refDb, int classes, int weapons)
 {
+    if (weapons > 0) {
+        Transaction armoury(refDb);
+        refDb.exec(QStringLiteral("delete from weapon"));
+        Statement insert =
+            refDb.prepare(QStringLiteral("insert into weapon (w_id, w_name, kd_enabled) values (?, ?, 1)"));
+        for (int id = 0; id < weapons; ++id)
+            insert.run({id, QStringLiteral("Weapon %1").arg(id)});
+        armoury.commit();
+    }
+    const int choices = weapons > 0 ? weapons - 2 : 9;
     Transaction transaction(classDb);
     addConfiguration(classDb, Config);
     NewClassRows rows(classDb);
@@ -42,7 +54,7 @@ void generate(Database& classDb, int classes)
              << QStringLiteral("red%1").arg(number % 7) << QStringLiteral("blue%1").arg(number % 7)
              << QStringLiteral("model%1").arg(number % 13) << qint16(1);
         for (int slot = 2; slot <= 10; ++slot)
-            rows << qint16(slot < 5 ? 2 + upTo(9) : 0);
+            rows << qint16(slot < 5 ? 2 + upTo(choices) : 0);
         rows << qint16(1 + upTo(4)) << qint16(0) << qint16(0) << qint16(200 + upTo(200)) << qint16(100) << qint16(50);
         for (int flag = 0; flag < 30; ++flag)
             rows << (flag != 8 && random.bounded(4) == 0);
@@ -62,16 +74,16 @@ int fail(const QString& message)
 
 bool usageFits(const QStringList& args)
 {
-    const QHash<QString, qsizetype> arguments{{"generate", 3}, {"export", 3}, {"import", 4},
-                                              {"copy", 3},     {"delete", 2}, {"backup", 2}};
+    const QHash<QString, qsizetype> arguments{{"generate", 3}, {"generate-armoury", 4}, {"export", 3}, {"import", 4},
+                                              {"copy", 3},     {"delete", 2},           {"backup", 2}};
     return !args.isEmpty() && arguments.value(args[0]) == args.size();
 }
 
 int run(const QStringList& args)
 {
     Stores stores = openStores(args[1]);
-    if (args[0] == QLatin1String("generate")) {
-        generate(*stores.classDb, args[2].toInt());
+    if (args[0].startsWith(QLatin1String("generate"))) {
+        generate(*stores.classDb, *stores.refDb, args[2].toInt(), args.value(3).toInt());
         return 0;
     }
     if (args[0] == QLatin1String("export")) {
@@ -106,9 +118,9 @@ int main(int argc, char** argv)
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     if (!usageFits(args))
-        return fail(
-            QStringLiteral("usage: classfile_bench generate DIR CLASSES | export DIR FILE | import DIR FILE NAME | "
-                           "copy DIR NAME | delete DIR | backup DIR"));
+        return fail(QStringLiteral("usage: classfile_bench generate DIR CLASSES | generate-armoury DIR CLASSES WEAPONS "
+                                   "| export DIR FILE | import DIR FILE NAME | "
+                                   "copy DIR NAME | delete DIR | backup DIR"));
     try {
         return run(args);
     } catch (const StoreError& e) {

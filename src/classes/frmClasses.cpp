@@ -64,7 +64,6 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     setUpPanels();
     publishSystemNames(*this);
     sizeBoxes();
-    scrollCentralWidget(*this);
     Form_Load();
     WindowMemory(m_state.windowSettingsFile).restore(*this); // at the size of the loaded captions
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-class QMainWindow;
 class QWidget;
 
 namespace tarn
@@ -13,10 +12,5 @@ namespace tarn
 void setWidthInCharacters(QWidget& box, int characters);
 // A list `characters` wide and `lines` rows tall.
 void setSizeInCharacters(QWidget& list, int characters, int lines);
-
-// Puts the window's central widget in a scroll area: a window made smaller than its
-// content shows scroll bars, so every control can still be reached. The window still
-// asks for the room of its whole content.
-void scrollCentralWidget(QMainWindow& window);
 
 } // namespace tarn
