@@ -12,6 +12,10 @@ namespace tarn
 
 Database::Database(const QString& path, Open how, std::chrono::milliseconds busyWait) : m_path(path)
 {
+    // SQLite's count of the memory it uses costs a lock on every allocation, and nothing
+    // here reads it. It can only be turned off before the library starts.
+    static const bool noMemoryCount = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
+    Q_UNUSED(noMemoryCount);
     // Each connection is used from one thread only, so SQLite's own mutexes are not needed.
     const int access = how == Open::ReadOnly    ? SQLITE_OPEN_READONLY
                        : how == Open::CreateNew ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE

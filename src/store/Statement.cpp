@@ -21,7 +21,8 @@ Statement::~Statement()
     sqlite3_finalize(m_stmt);
 }
 
-Statement::Statement(Statement&& other) noexcept : m_db(other.m_db), m_stmt(other.m_stmt)
+Statement::Statement(Statement&& other) noexcept
+    : m_db(other.m_db), m_stmt(other.m_stmt), m_texts(std::move(other.m_texts))
 {
     other.m_stmt = nullptr;
 }
@@ -32,6 +33,7 @@ Statement& Statement::operator=(Statement&& other) noexcept
         sqlite3_finalize(m_stmt);
         m_db = other.m_db;
         m_stmt = other.m_stmt;
+        m_texts = std::move(other.m_texts);
         other.m_stmt = nullptr;
     }
     return *this;
@@ -78,8 +80,11 @@ void Statement::bindInt64(int index, qint64 value)
 
 void Statement::bindText(int index, const QString& value)
 {
-    const QByteArray utf8 = value.toUtf8();
-    if (sqlite3_bind_text(m_stmt, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
+    if (m_texts.size() < std::size_t(index))
+        m_texts.resize(std::size_t(index));
+    QByteArray& held = m_texts[std::size_t(index) - 1];
+    held = value.toUtf8(); // bound in place: it stays until this parameter is bound again
+    if (sqlite3_bind_text(m_stmt, index, held.constData(), int(held.size()), SQLITE_STATIC) != SQLITE_OK)
         fail(QStringLiteral("Cannot bind parameter %1").arg(index));
 }
 

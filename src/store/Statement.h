@@ -3,6 +3,7 @@
 #include <QVariant>
 #include <QVariantList>
 #include <optional>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -56,6 +57,9 @@ private:
 
     sqlite3* m_db = nullptr;
     sqlite3_stmt* m_stmt = nullptr;
+    // The bytes of each text parameter, kept here so that SQLite reads them in place
+    // instead of copying every text of a bulk import.
+    std::vector<QByteArray> m_texts;
 };
 
 } // namespace tarn
