@@ -25,13 +25,6 @@ QString quoted(const QString& text)
     return u'"' + text + u'"';
 }
 
-// The byte count of a text in a class file: one byte a character, for every text the
-// file can carry at all.
-qsizetype fileLength(const QString& text)
-{
-    return text.size();
-}
-
 } // namespace
 
 QString describe(const Problem& problem)
@@ -59,8 +52,8 @@ bool hasError(const std::vector<Problem>& problems)
     return std::any_of(problems.begin(), problems.end(), [](const Problem& p) { return p.isError(); });
 }
 
-ClassChecks::ClassChecks(const ReferenceLists& lists, QString configName, bool protectOutput, std::size_t listed)
-    : m_lists(lists), m_weaponSlots(idsOf(lists.weapons)), m_grenadeSlots(idsOf(lists.grenades)),
+ClassChecks::ClassChecks(const ExportWalk& walk, QString configName, bool protectOutput, std::size_t listed)
+    : m_lists(walk.lists()), m_weaponSlots(walk.weaponSlots()), m_grenadeSlots(walk.grenadeSlots()),
       m_configName(std::move(configName)), m_protect(protectOutput), m_listed(listed)
 {
     checkText(QStringLiteral("configuration name"), m_configName);
@@ -203,8 +196,9 @@ void ClassChecks::checkText(const QString& field, const QString& text)
 void ClassChecks::checkLineLengths(const ExportedClass& cls)
 {
     const auto decoy = cls.decoySkin ? QString::number(*cls.decoySkin).size() : 0;
-    const qsizetype nameLine = fileLength(cls.name) + 2;
-    const qsizetype modelLine = fileLength(cls.model) + fileLength(cls.redSkin) + fileLength(cls.blueSkin) + decoy + 3;
+    // One byte a character, for every text the file can carry at all.
+    const qsizetype nameLine = cls.name.size() + 2;
+    const qsizetype modelLine = cls.model.size() + cls.redSkin.size() + cls.blueSkin.size() + decoy + 3;
     for (const auto& [field, length] : {std::pair{"class name", nameLine}, std::pair{"model name", modelLine}}) {
         if (length > LineReader::MaxLineLength)
             add(S::Error, QLatin1String(field),
@@ -219,8 +213,9 @@ std::vector<Problem> checkConfiguration(Database& classDb, Database& refDb, cons
                                         bool protectOutput, std::size_t listed)
 {
     const ReferenceLists lists = loadReferenceLists(refDb);
-    ClassChecks checks(lists, configName, protectOutput, listed);
-    ExportWalk(classDb, lists).run(configName, nullptr, false, &checks);
+    ExportWalk walk(classDb, lists);
+    ClassChecks checks(walk, configName, protectOutput, listed);
+    walk.run(configName, nullptr, false, &checks);
     std::vector<Problem> problems = checks.problems();
     if (const int rows = countPackageRows(classDb, configName); rows > 1)
         problems.insert(problems.begin(), Problem{S::Warning,
@@ -238,8 +233,9 @@ std::vector<Problem> checkConfiguration(Database& classDb, Database& refDb, cons
 std::vector<Problem> checkClass(Database& classDb, const ReferenceLists& lists, const QString& configName, qint64 rowId,
                                 bool protectOutput)
 {
-    ClassChecks checks(lists, configName, protectOutput);
-    ExportWalk(classDb, lists).check(rowId, checks);
+    ExportWalk walk(classDb, lists);
+    ClassChecks checks(walk, configName, protectOutput);
+    walk.check(rowId, checks);
     return checks.problems();
 }
 

@@ -13,6 +13,7 @@ namespace tarn
 {
 
 class Database;
+class ExportWalk;
 
 // Something the export will refuse (an error) or quietly alter (a warning), found before
 // it happens, with where it is and what will happen.
@@ -42,7 +43,8 @@ class ClassChecks
 public:
     // Past `listed` warnings, further ones are only counted: a configuration of 30,000
     // stale classes would otherwise hold hundreds of thousands of lines nobody reads.
-    ClassChecks(const ReferenceLists& lists, QString configName, bool protectOutput,
+    // The checks of the classes the walk meets; they look slots up in the walk's own lists.
+    ClassChecks(const ExportWalk& walk, QString configName, bool protectOutput,
                 std::size_t listed = std::numeric_limits<std::size_t>::max());
 
     void check(qint64 rowId, std::optional<qint64> classNumber, const ExportedClass& cls);
@@ -61,8 +63,8 @@ private:
     void checkLineLengths(const ExportedClass& cls);
 
     const ReferenceLists& m_lists;
-    SlotLookup m_weaponSlots;
-    SlotLookup m_grenadeSlots;
+    const SlotLookup& m_weaponSlots;
+    const SlotLookup& m_grenadeSlots;
     QString m_configName;
     bool m_protect;
     std::size_t m_listed;

@@ -63,8 +63,9 @@ ExportResult exportConfiguration(const ExportStores& stores, const ExportRequest
                                      .arg(request.configName));
         ClassFileWriter writer(out, request.protectOutput);
         writer.writeHeader(request.modId, request.configName);
-        ClassChecks checks(lists, request.configName, request.protectOutput, ExportResult::ListedWarnings);
-        const int tracked = ExportWalk(stores.classDb, lists).run(request.configName, &writer, storeSlots, &checks);
+        ExportWalk walk(stores.classDb, lists);
+        ClassChecks checks(walk, request.configName, request.protectOutput, ExportResult::ListedWarnings);
+        const int tracked = walk.run(request.configName, &writer, storeSlots, &checks);
         result.warnings = checks.problems();
         if (request.strict && !result.warnings.empty()) { // the rows are rolled back, the file is never written
             result.error =

@@ -26,6 +26,10 @@ public:
     // Hands one class, by its rowid, to the checks.
     void check(qint64 rowId, ClassChecks& checks);
 
+    const ReferenceLists& lists() const { return m_lists; }
+    const SlotLookup& weaponSlots() const { return m_weaponSlots; }
+    const SlotLookup& grenadeSlots() const { return m_grenadeSlots; }
+
 private:
     int walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks);
 
