@@ -53,6 +53,7 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     clearStatusOnEveryCommand(*this);
     connect(goTo, &QAction::triggered, this, [this] { guarded(m_dialogs, this, [this] { goToClass(); }); });
     gatherControls();
+    makeCaptionsBold();
     showInBlue(*ui->Label31);
     showInBlue(*ui->Label32);
     ui->dbClassDef->setCaption(QStringLiteral("Class Def"));
@@ -66,6 +67,16 @@ frmClasses::frmClasses(AppState& state, Dialogs& dialogs, QWidget* parent)
     sizeBoxes();
     Form_Load();
     WindowMemory(m_state.windowSettingsFile).restore(*this); // at the size of the loaded captions
+}
+
+// Every caption of the form is bold, but for the navigator's own. Set label by label: a
+// style sheet on the form would make Qt restyle every control as the form is built.
+void frmClasses::makeCaptionsBold()
+{
+    for (QLabel* label : ui->centralwidget->findChildren<QLabel*>()) {
+        if (!ui->dbClassDef->isAncestorOf(label))
+            makeBold(*label);
+    }
 }
 
 void frmClasses::sizeBoxes()

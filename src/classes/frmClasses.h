@@ -65,6 +65,7 @@ private:
         bool weapon;
     };
 
+    void makeCaptionsBold();
     void sizeBoxes();
     void gatherControls();
     void showPosition();

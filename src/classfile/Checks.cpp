@@ -138,15 +138,16 @@ void ClassChecks::checkNumbers(const ExportedClass& cls)
 void ClassChecks::checkNames(const ExportedClass& cls)
 {
     checkText(QStringLiteral("class name"), cls.name);
-    const std::array<std::pair<const char*, const QString*>, 3> names{
-        {{"model name", &cls.model}, {"red skin", &cls.redSkin}, {"blue skin", &cls.blueSkin}}};
+    const std::array<std::pair<QString, const QString*>, 3> names{{{QStringLiteral("model name"), &cls.model},
+                                                                   {QStringLiteral("red skin"), &cls.redSkin},
+                                                                   {QStringLiteral("blue skin"), &cls.blueSkin}}};
     for (const auto& [field, name] : names) {
-        checkText(QLatin1String(field), *name);
+        checkText(field, *name);
         if (name->isEmpty())
-            add(S::Warning, QLatin1String(field),
+            add(S::Warning, field,
                 QStringLiteral("empty: the fields after it move up one place, and the class file will not read back"));
         else if (name->contains(u' '))
-            add(S::Warning, QLatin1String(field),
+            add(S::Warning, field,
                 QStringLiteral("holds a blank: the class file splits it in two fields, and will not read back"));
     }
 }

@@ -20,8 +20,16 @@ QColor emphasisBlue(const QPalette& palette)
 
 void showInBlue(QLabel& label)
 {
-    // A style sheet of the label's own, since a window's style sheet would override its palette.
-    label.setStyleSheet(QStringLiteral("color: %1;").arg(emphasisBlue(label.palette()).name()));
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, emphasisBlue(palette));
+    label.setPalette(palette);
+}
+
+void makeBold(QWidget& widget)
+{
+    QFont font = widget.font();
+    font.setBold(true);
+    widget.setFont(font);
 }
 
 void makeLargerHeading(QLabel& label)

@@ -4,6 +4,7 @@
 
 class QLabel;
 class QPalette;
+class QWidget;
 
 namespace tarn
 {
@@ -13,6 +14,9 @@ namespace tarn
 QColor emphasisBlue(const QPalette& palette);
 // Paints the label's text in that blue.
 void showInBlue(QLabel& label);
+
+// The widget's own font, in bold.
+void makeBold(QWidget& widget);
 
 // A heading that stays larger than the text around it at any font size.
 void makeLargerHeading(QLabel& label);
