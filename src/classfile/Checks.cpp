@@ -63,7 +63,7 @@ void ClassChecks::check(qint64 rowId, std::optional<qint64> classNumber, const E
 {
     m_rowId = rowId;
     m_number = classNumber;
-    m_className = cls.name;
+    m_className = &cls.name;
     if (classNumber && classNumber == m_previousNumber)
         add(S::Warning, QStringLiteral("class number"),
             QStringLiteral("another class of this configuration has number %1 too: which of them the class file "
@@ -74,6 +74,7 @@ void ClassChecks::check(qint64 rowId, std::optional<qint64> classNumber, const E
     checkNumbers(cls);
     checkNames(cls);
     checkLineLengths(cls);
+    m_className = nullptr; // the class is the caller's
 }
 
 bool ClassChecks::counted()
@@ -89,7 +90,8 @@ void ClassChecks::add(Problem::Severity severity, const QString& field, const QS
 {
     if (severity == S::Warning && counted())
         return;
-    m_problems.push_back({severity, m_configName, m_rowId, m_number, m_className, field, what});
+    m_problems.push_back(
+        {severity, m_configName, m_rowId, m_number, m_className ? *m_className : QString(), field, what});
 }
 
 // The tracking of the class editor and of the export puts the first entry in place of

@@ -73,7 +73,7 @@ private:
     // The class on show while checking it, and the number before it.
     std::optional<qint64> m_rowId;
     std::optional<qint64> m_number;
-    QString m_className;
+    const QString* m_className = nullptr; // of the class being checked
     std::optional<qint64> m_previousNumber;
 };
 

@@ -133,13 +133,13 @@ bool trackSlots(std::array<ShownNumber, N>& slotIds, const SlotLookup& lookup, C
     return any;
 }
 
-ExportedClass exportedClass(const Statement& row, const Columns& c, const ReferenceLists& lists)
+// Reads the row into the class of the last row, whose texts keep their room.
+void readClass(const Statement& row, const Columns& c, const ReferenceLists& lists, ExportedClass& cls)
 {
-    ExportedClass cls;
-    cls.name = row.text(c.name);
-    cls.model = row.text(c.model);
-    cls.redSkin = row.text(c.redSkin);
-    cls.blueSkin = row.text(c.blueSkin);
+    row.readText(c.name, cls.name);
+    row.readText(c.model, cls.model);
+    row.readText(c.redSkin, cls.redSkin);
+    row.readText(c.blueSkin, cls.blueSkin);
     cls.decoySkin = row.optionalInt64(c.decoySkin);
     cls.weapons = shownSeries(row, c.weapons);
     cls.grenades = shownSeries(row, c.grenades);
@@ -149,7 +149,6 @@ ExportedClass exportedClass(const Statement& row, const Columns& c, const Refere
     cls.abilitySum = boxSum(row, lists.specials, c.specials);
     cls.itemSum = boxSum(row, lists.items, c.items);
     cls.ammo = shownSeries(row, c.ammo);
-    return cls;
 }
 
 } // namespace
@@ -177,8 +176,9 @@ int ExportWalk::walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, 
     const Columns columns = locate(rows);
     ClassSlotWriter::SlotValues changed;
     int tracked = 0;
+    ExportedClass cls;
     while (rows.step()) {
-        ExportedClass cls = exportedClass(rows, columns, m_lists);
+        readClass(rows, columns, m_lists, cls);
         if (checks)
             checks->check(rows.int64(columns.rowId), rows.optionalInt64(columns.number), cls);
         const bool weapons = trackSlots(cls.weapons, m_weaponSlots, changed, 0);

@@ -3,6 +3,7 @@
 #include "StoreError.h"
 
 #include <QDir>
+#include <algorithm>
 #include <memory>
 #include <sqlite3.h>
 
@@ -171,6 +172,18 @@ std::optional<qint64> Statement::optionalInt64(int index) const
 qint64 Statement::int64(int index) const
 {
     return sqlite3_column_int64(m_stmt, index);
+}
+
+void Statement::readText(int index, QString& into) const
+{
+    const auto* data = sqlite3_column_text(m_stmt, index);
+    const qsizetype size = sqlite3_column_bytes(m_stmt, index);
+    if (!std::all_of(data, data + size, [](unsigned char byte) { return byte < 0x80; })) {
+        into = QString::fromUtf8(reinterpret_cast<const char*>(data), size);
+        return;
+    }
+    into.resize(size); // within the room the last row left, unless this text is longer
+    std::transform(data, data + size, into.data(), [](unsigned char byte) { return QChar(byte); });
 }
 
 QString Statement::text(int index) const
