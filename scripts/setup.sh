@@ -10,7 +10,7 @@ packages=(
   clang clang-tidy libclang-rt-14-dev
   xvfb xauth
   librsvg2-bin
-  desktop-file-utils appstream man-db bash-completion
+  desktop-file-utils appstream man-db bash-completion shared-mime-info libglib2.0-bin
 )
 
 missing=()

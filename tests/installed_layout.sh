@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the build into a scratch DESTDIR and checks what a desktop and a shell get:
 # every file in its place, the desktop entry and metainfo valid, the man pages
-# rendering without warnings, the installed tarnctl running, and its completion
-# completing configuration names.
+# rendering without warnings, class files of both forms known by their type and other
+# *.class files not, the installed tarnctl running, and its completion completing
+# configuration names.
 set -euo pipefail
 build=${1:?usage: installed_layout.sh BUILD_DIR}
 scratch=$(mktemp -d)
@@ -15,6 +16,7 @@ expected=(
   usr/bin/tarn usr/bin/tarnctl
   usr/share/applications/$app.desktop
   usr/share/metainfo/$app.metainfo.xml
+  usr/share/mime/packages/$app.xml
   usr/share/icons/hicolor/scalable/apps/$app.svg
   usr/share/man/man1/tarn.1.gz usr/share/man/man1/tarnctl.1.gz
   usr/share/doc/tarn/copyright usr/share/doc/tarn/changelog.gz
@@ -37,6 +39,19 @@ fi
 for page in tarn tarnctl; do
   warnings=$(LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l "$root/usr/share/man/man1/$page.1.gz" 2>&1 >/dev/null)
   [ -z "$warnings" ] || { echo "$page.1: $warnings"; status=1; }
+done
+
+# The desktop's MIME database from the installed type, beside the system's own types.
+XDG_DATA_DIRS="$root/usr/share:/usr/share" update-mime-database "$root/usr/share/mime"
+source_dir=$(cd "$(dirname "$0")" && pwd)
+printf '\xca\xfe\xba\xbe\x00\x00\x00\x3d' >"$scratch/Foreign.class"
+for row in "test_set_protected.class application/x-tarn-class" "test_set_unprotected.class application/x-tarn-class" \
+  "$scratch/Foreign.class application/x-java"; do
+  read -r file wanted <<<"$row"
+  [[ $file == /* ]] || file=$source_dir/data/$file
+  type=$(XDG_DATA_HOME="$scratch/nothing" XDG_DATA_DIRS="$root/usr/share:/usr/share" \
+    gio info -a standard::content-type "$file" | sed -n 's/^ *standard::content-type: //p')
+  [ "$type" = "$wanted" ] || { echo "$(basename "$file") is taken for $type, not $wanted"; status=1; }
 done
 
 version=$("$root/usr/bin/tarnctl" --version)

@@ -12,6 +12,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDateTime>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -19,12 +21,14 @@
 #include <QListView>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QUrl>
 #include <sys/stat.h>
 
 using namespace tarn;
@@ -74,12 +78,35 @@ class ConfigWindowTest : public QObject
 
     std::unique_ptr<ConfigWindowFixture> f;
 
-    void import(const QString& name, const QString& file)
+    // The three roads into an import: the button and its file dialog, a file opened from
+    // the desktop (tarn FILE), and a file dropped on the window.
+    void import(const QString& name, const QString& file, const QString& road = QStringLiteral("button"))
     {
         f->dialogs.inputAnswers << name;
-        if (!name.isEmpty())
-            f->dialogs.fileAnswers << file;
-        f->click("btImport");
+        if (road == "button") {
+            if (!name.isEmpty())
+                f->dialogs.fileAnswers << file;
+            f->click("btImport");
+        } else if (road == "opened") {
+            f->window->openClassFile(file);
+        } else {
+            drop(QList<QUrl>{QUrl::fromLocalFile(file)});
+        }
+    }
+    // Returns whether the window took the drop.
+    bool drop(const QList<QUrl>& urls)
+    {
+        QMimeData data;
+        data.setUrls(urls);
+        const QPoint at = f->list()->geometry().center();
+        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(f->window.get(), &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(f->window.get(), &drop);
+        QApplication::processEvents(); // the import starts once the drop is over
+        return true;
     }
     void copyExample(const QString& answer)
     {
@@ -481,6 +508,42 @@ private slots:
         QCOMPARE(f->window->statusBar()->currentMessage(), QString());
     }
 
+    // A class file opened from the desktop or dropped on the window asks only for the new
+    // name; Cancel imports nothing.
+    void fileFromTheDesktopIsImportedUnderTheNameAsked_data()
+    {
+        QTest::addColumn<QString>("road");
+        QTest::addColumn<QString>("answer");
+        QTest::newRow("opened") << "opened"
+                                << "Desktop";
+        QTest::newRow("opened, cancelled") << "opened"
+                                           << "";
+        QTest::newRow("dropped") << "dropped"
+                                 << "Desktop";
+        QTest::newRow("dropped, cancelled") << "dropped"
+                                            << "";
+    }
+    void fileFromTheDesktopIsImportedUnderTheNameAsked()
+    {
+        QFETCH(QString, road);
+        QFETCH(QString, answer);
+        import(answer, testDataPath("test_set_protected.class"), road);
+        QCOMPARE(f->dialogs.prompts, QStringList{"Copy Config|Enter the name of the config you wish to copy to"});
+        QVERIFY(f->dialogs.fileFilters.isEmpty());
+        QCOMPARE(f->dialogs.messages, answer.isEmpty() ? QStringList() : QStringList{"Import Complete"});
+        QCOMPARE(f->window->configNames(), answer.isEmpty() ? Listed : QStringList{answer} + Listed);
+    }
+
+    // Only one file of this machine is taken at a time.
+    void dropOfAnythingButOneLocalFileIsRefused()
+    {
+        const QUrl file = QUrl::fromLocalFile(testDataPath("test_set_protected.class"));
+        QVERIFY(!drop({file, file}));
+        QVERIFY(!drop({QUrl(QStringLiteral("https://example.org/x.class"))}));
+        QVERIFY(!drop({}));
+        QVERIFY(f->dialogs.prompts.isEmpty());
+    }
+
     // The bad line is read unprotected, as every line is.
     void badRecordKeepsEarlierRowsButMakesNoConfiguration()
     {
@@ -498,21 +561,25 @@ private slots:
 
     void failedImportIsToldAndMakesNothing_data()
     {
+        QTest::addColumn<QString>("road");
         QTest::addColumn<QByteArray>("content"); // none: no file
         QTest::addColumn<QString>("message");    // how the message starts; %1 is the file
         QTest::newRow("malformed")
-            << classFile(ClassFileHeader + classRecord("A]", 4, "1 2 99999  0  0") + QByteArrayList{""})
+            << "button" << classFile(ClassFileHeader + classRecord("A]", 4, "1 2 99999  0  0") + QByteArrayList{""})
             << "Cannot import %1: line 7: max health \"99999\" is not a whole number from -32768 "
                "to 32767.";
-        QTest::newRow("unreadable") << QByteArray() << "Cannot open %1: ";
+        QTest::newRow("unreadable") << "button" << QByteArray() << "Cannot open %1: ";
+        QTest::newRow("unreadable, opened") << "opened" << QByteArray() << "Cannot open %1: ";
+        QTest::newRow("unreadable, dropped") << "dropped" << QByteArray() << "Cannot open %1: ";
     }
     void failedImportIsToldAndMakesNothing()
     {
+        QFETCH(QString, road);
         QFETCH(QByteArray, content);
         QFETCH(QString, message);
         const QString file = f->data.path(QStringLiteral("in.class"));
         QVERIFY(content.isEmpty() || writeFile(file, content));
-        import(QStringLiteral("broken"), file);
+        import(QStringLiteral("broken"), file, road);
         QCOMPARE(f->dialogs.messages.size(), 1);
         QVERIFY2(f->dialogs.messages[0].startsWith(message.arg(file)), qPrintable(f->dialogs.messages[0]));
         QCOMPARE(f->window->configNames(), Listed);

@@ -26,12 +26,12 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("said");
-        QTest::newRow("help") << QStringList{"--help"} << 0 << "Usage: tarn [--data-dir DIR]\n";
+        QTest::newRow("help") << QStringList{"--help"} << 0 << "Usage: tarn [--data-dir DIR] [FILE]\n";
         QTest::newRow("version") << QStringList{"--version"} << 0 << "tarn 1.4.0\n";
         QTest::newRow("unknown option") << QStringList{"--bogus"} << 2
                                         << "tarn: Unknown option 'bogus'.\nTry 'tarn --help'.\n";
-        QTest::newRow("stray argument") << QStringList{"extra"} << 2
-                                        << "tarn: unexpected argument \"extra\"\nTry 'tarn --help'.\n";
+        QTest::newRow("a second file") << QStringList{"one.class", "two.class"} << 2
+                                       << "tarn: unexpected argument \"two.class\"\nTry 'tarn --help'.\n";
     }
     void commandLineIsAnsweredWithoutADisplay()
     {

@@ -8,7 +8,7 @@ namespace tarn::app
 namespace
 {
 
-const char* const HelpText = R"(Usage: tarn [--data-dir DIR]
+const char* const HelpText = R"(Usage: tarn [--data-dir DIR] [FILE]
 
 Tarn Workbench: the player classes of a game modification, kept as named
 configurations and exported to class files.
@@ -16,6 +16,8 @@ configurations and exported to class files.
   --data-dir DIR   keep the stores and tarn.ini in DIR; else $TARN_DATA_DIR, else the
                    program's own directory when it holds tarn_dat.db, else the per-user
                    data directory
+  FILE             a class file to import as a new configuration, as Import from
+                   Class File... does
   -h, --help       this text
   --version        the version
 )";
@@ -34,7 +36,7 @@ const QStringList QtFlags{"reverse", "widgetcount", "nograb", "dograb", "sync"};
 
 CommandLine usageError(const QString& why)
 {
-    return {{}, 2, QStringLiteral("tarn: %1\nTry 'tarn --help'.\n").arg(why)};
+    return {{}, {}, 2, QStringLiteral("tarn: %1\nTry 'tarn --help'.\n").arg(why)};
 }
 
 } // namespace
@@ -54,12 +56,13 @@ CommandLine parseCommandLine(const QStringList& arguments, const QString& versio
     if (!parser.parse(arguments))
         return usageError(parser.errorText());
     if (parser.isSet(help))
-        return {{}, 0, QLatin1String(HelpText)};
+        return {{}, {}, 0, QLatin1String(HelpText)};
     if (parser.isSet(versionOption))
-        return {{}, 0, QStringLiteral("tarn %1\n").arg(version)};
-    if (!parser.positionalArguments().isEmpty())
-        return usageError(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().first()));
-    return {parser.value(dataDir), std::nullopt, {}};
+        return {{}, {}, 0, QStringLiteral("tarn %1\n").arg(version)};
+    const QStringList files = parser.positionalArguments();
+    if (files.size() > 1 || (files.size() == 1 && files.first().isEmpty()))
+        return usageError(QStringLiteral("unexpected argument \"%1\"").arg(files.last()));
+    return {parser.value(dataDir), files.value(0), std::nullopt, {}};
 }
 
 CommandLine parseCommandLine(int argc, char** argv)

@@ -11,11 +11,13 @@ namespace tarn::app
 // (to standard output for 0, else to standard error) and ends without a window.
 struct CommandLine {
     QString dataDirectory;
+    // A class file to import once the main window shows (tarn FILE, as the desktop opens one).
+    QString classFile;
     std::optional<int> exitStatus;
     QString output;
 };
 
-// Takes --data-dir DIR, --help and --version, and lets Qt's own options (-platform,
+// Takes --data-dir DIR, --help, --version and one FILE, and lets Qt's own options (-platform,
 // -style and the like) through to QApplication. Anything else is a usage error.
 CommandLine parseCommandLine(const QStringList& arguments, const QString& version);
 CommandLine parseCommandLine(int argc, char** argv);

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QMessageBox>
+#include <QTimer>
 #include <cstdio>
 
 int main(int argc, char* argv[])
@@ -43,5 +44,7 @@ int main(int argc, char* argv[])
         dialogs.message(nullptr, *failed);
     tarn::frmConfig mainForm(*state, dialogs);
     mainForm.show();
+    if (!options.classFile.isEmpty())
+        QTimer::singleShot(0, &mainForm, [&] { mainForm.openClassFile(options.classFile); });
     return app.exec();
 }

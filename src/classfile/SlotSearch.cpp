@@ -10,7 +10,7 @@ SlotLookup::SlotLookup(std::vector<qint64> ids) : m_ids(std::move(ids))
     m_last.resize(std::size_t(IdCeiling - IdFloor + 1), 0);
     for (std::size_t i = 1; i < m_ids.size(); ++i) {
         const qint64 id = m_ids[i];
-        if (id >= IdFloor && id <= IdCeiling) // an id beyond 16 bits is never looked for
+        if (id >= IdFloor && id <= IdCeiling)                    // an id beyond 16 bits is never looked for
             m_last[std::size_t(id - IdFloor)] = std::int32_t(i); // a later entry of the same id replaces an earlier one
     }
 }

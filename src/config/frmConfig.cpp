@@ -21,14 +21,27 @@
 #include <QAction>
 #include <QApplication>
 #include <QDateTime>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QStatusBar>
+#include <QTimer>
 
 namespace tarn
 {
 
 namespace
 {
+
 const QString NothingSelected = QStringLiteral("You must select a class configuration");
+
+std::optional<QString> droppedFile(const QMimeData& data)
+{
+    const QList<QUrl> urls = data.urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return std::nullopt;
+    return urls.first().toLocalFile();
+}
+
 } // namespace
 
 frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
@@ -41,6 +54,7 @@ frmConfig::frmConfig(AppState& state, Dialogs& dialogs, QWidget* parent)
     for (QPushButton* button : {ui->btNew, ui->btDelete, ui->btEdit, ui->btCopy, ui->btImport})
         setWidthInCharacters(*button, 19);
     showInBlue(*ui->Label1);
+    setAcceptDrops(true);
     addRestoreBackup();
     clearStatusOnEveryCommand(*this);
     connectHandlers();
@@ -172,15 +186,45 @@ void frmConfig::btCopy_Click()
 
 void frmConfig::btImport_Click()
 {
+    importClassFile({});
+}
+
+void frmConfig::openClassFile(const QString& file)
+{
+    importClassFile(file);
+}
+
+// A class file dragged onto the window: one file of this machine at a time.
+void frmConfig::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (droppedFile(*event->mimeData()))
+        event->acceptProposedAction();
+}
+
+// The import asks its questions once the drop is over, so that the desktop's drag never
+// waits on them.
+void frmConfig::dropEvent(QDropEvent* event)
+{
+    const std::optional<QString> file = droppedFile(*event->mimeData());
+    if (!file)
+        return;
+    event->acceptProposedAction();
+    QTimer::singleShot(0, this, [this, path = *file] { openClassFile(path); });
+}
+
+// Asks for the new configuration's name, then for the file unless one is given.
+void frmConfig::importClassFile(QString file)
+{
     const QString name = m_dialogs.inputBox(this, QStringLiteral("Enter the name of the config you wish to copy to"),
                                             QStringLiteral("Copy Config"));
     if (name.isEmpty())
         return;
-    const QString file = m_dialogs.openFileName(this, ClassFileFilter);
+    if (file.isEmpty())
+        file = m_dialogs.openFileName(this, ClassFileFilter);
     if (file.isEmpty())
         return;
     m_dialogs.setBusy(true);
-    const ImportResult result = importClassFile(m_state.classDb(), {.file = file, .newName = name});
+    const ImportResult result = tarn::importClassFile(m_state.classDb(), {.file = file, .newName = name});
     if (result.status == ImportResult::Status::Complete) {
         guarded(m_dialogs, this, [this] { RefreshList(); });
         statusBar()->showMessage(importedStatus(result.classes, file, name));

@@ -36,6 +36,9 @@ public:
     void btEdit_Click();
     void btCopy_Click();
     void btImport_Click();
+    // Imports the file as Import from Class File... does, without asking which file: a
+    // class file opened from the desktop or dropped on the window.
+    void openClassFile(const QString& file);
     void mnuSetModID_Click();
     void mnuRestoreBackup_Click();
     void mnuExit_Click();
@@ -45,8 +48,13 @@ public:
     void mnuEditItems_Click();
     void mnuAbout_Click();
 
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
 private:
     void Form_Load();
+    void importClassFile(QString file);
     void connectHandlers();
     void addRestoreBackup();
     bool requireCurrentConfig();
