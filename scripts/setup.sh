@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the workbench needs to build, test and run, when
-# any of them is missing. Safe to run again: it installs nothing that is there.
+# Installs the Debian packages the workbench needs to build, test and run, and any
+# further packages named as arguments, when any of them is missing. Safe to run
+# again: it installs nothing that is there.
 set -euo pipefail
 
 packages=(
@@ -11,6 +12,7 @@ packages=(
   xvfb xauth
   librsvg2-bin
   desktop-file-utils appstream man-db bash-completion shared-mime-info libglib2.0-bin
+  "$@"
 )
 
 missing=()
