@@ -68,7 +68,12 @@ Cp1252Encoding encodeCp1252(QStringView text)
 Cp1252Written writeCp1252(char* out, QStringView text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const std::optional<unsigned char> byte = byteOf(text[i].unicode());
+        const char16_t unicode = text[i].unicode();
+        if (unicode < 0x80) { // the one byte of the same code
+            out[i] = char(unicode);
+            continue;
+        }
+        const std::optional<unsigned char> byte = byteOf(unicode);
         if (!byte)
             return {i, characterAt(text, i)};
         out[i] = char(*byte);

@@ -1,6 +1,6 @@
 #include "Protection.h"
 
-#include <array>
+#include <algorithm>
 
 namespace tarn
 {
@@ -14,15 +14,15 @@ constexpr unsigned char HighestPlainWhenProtecting = 30;
 constexpr unsigned char HighestPlainWhenReading = 128;
 constexpr char Blank = ' ';
 
-// The protected form of each byte. Codes of 128 and above have no protected form; the
+// The protected form of a byte. Codes of 128 and above have no protected form; the
 // export refuses them before they get here, and shifting them round would turn some
-// into line breaks.
-constexpr std::array<char, 256> protectedBytes = [] {
-    std::array<char, 256> table{};
-    for (int code = 0; code < 256; ++code)
-        table[std::size_t(code)] = char(code > HighestPlainWhenProtecting && code < Shift ? code + Shift : code);
-    return table;
-}();
+// into line breaks. A comparison, not a table, so that a whole block goes through at
+// the processor's full width.
+constexpr char protectedByte(char c)
+{
+    const auto code = static_cast<unsigned char>(c);
+    return char(code > HighestPlainWhenProtecting && code < Shift ? code + Shift : code);
+}
 
 } // namespace
 
@@ -36,8 +36,8 @@ QByteArray protectLine(const QByteArray& line, bool protectOutput)
 
 void protectInPlace(QByteArray& bytes)
 {
-    for (char& c : bytes)
-        c = protectedBytes[static_cast<unsigned char>(c)];
+    char* const begin = bytes.data();
+    std::transform(begin, begin + bytes.size(), begin, protectedByte);
 }
 
 QByteArray unprotectLine(const QByteArray& line)
