@@ -83,9 +83,11 @@ private slots:
         QCOMPARE(count("select count(*) from classdef where package_name = 'Test Set'"), 2);
     }
 
-    // Blanks and quotes reach the store as typed, and touch only their own rows.
+    // Blanks, quotes and a leading dash reach the store as typed, and touch only their own rows.
     void namesAreTakenExactlyAndTouchOnlyTheirRows()
     {
+        QCOMPARE(tarnctl({"new", "--", "-dash"}).status, 0);
+        QCOMPARE(count("select count(*) from package where package_name = '-dash'"), 1);
         const QString name = QStringLiteral(" x' OR '1'='1 ");
         const QString classes = QStringLiteral("select count(*) from classdef where package_name = ?");
         QCOMPARE(tarnctl({"copy", "Test Set", name}).status, 0);
@@ -113,6 +115,8 @@ private slots:
         QTest::newRow("import missing file")
             << QStringList{"import", "/no/such/file.class", "x"} << "/no/such/file.class" << QByteArray();
         QTest::newRow("empty mod id") << QStringList{"modid", ""} << "empty Mod ID" << QByteArray();
+        QTest::newRow("a file after --") << QStringList{"check", "--", "-no.class"} << "cannot open -no.class"
+                                         << QByteArray();
     }
     void refusalsSayWhatAndWhy()
     {

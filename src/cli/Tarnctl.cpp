@@ -26,6 +26,7 @@ Options go anywhere on the line:
                    name in use, for scripts that keep their own copies
   -h, --help       this text; "tarnctl help COMMAND" or "COMMAND --help" for one command
   --version        the version
+  --               the end of the options: a name or FILE after it may start with "-"
 
 tarnctl never creates stores, except through "tarnctl init". Names are taken exactly as
 typed. A FILE of "-" is standard output for export, and standard input for import and
