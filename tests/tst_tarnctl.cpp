@@ -115,6 +115,9 @@ private slots:
         QTest::newRow("import missing file")
             << QStringList{"import", "/no/such/file.class", "x"} << "/no/such/file.class" << QByteArray();
         QTest::newRow("empty mod id") << QStringList{"modid", ""} << "empty Mod ID" << QByteArray();
+        QTest::newRow("bad record on standard input")
+            << QStringList{"import", "-", "x"} << "tarnctl: Cannot import (standard input): line 3: Bad Class Record: ?"
+            << classFile(ClassFileHeader + QByteArrayList{"?"} + classRecord("A]"));
         QTest::newRow("a file after --") << QStringList{"check", "--", "-no.class"} << "cannot open -no.class"
                                          << QByteArray();
     }
@@ -405,7 +408,8 @@ private slots:
                                                        classRecord("B]").mid(0, 2))));
         const Outcome outcome = tarnctl({"import", file("bad.class"), "broken"});
         QCOMPARE(outcome.status, 1);
-        QCOMPARE(outcome.err, QByteArray("Bad Class Record: stray\n"));
+        QCOMPARE(outcome.err,
+                 "tarnctl: Cannot import " + file("bad.class").toUtf8() + ": line 9: Bad Class Record: stray\n");
         QVERIFY(!tarnctl({"list"}).out.contains("broken"));
     }
 

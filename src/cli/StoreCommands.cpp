@@ -126,7 +126,7 @@ ImportResult importFromStandardInput(Database& classDb, const QString& name, QIO
     else
         result.message = error.value_or(file.errorString());
     if (result.status == ImportResult::Status::Failed)
-        result.message = QStringLiteral("Cannot import %1: %2").arg(StandardInputName, result.message);
+        result.message = cannotImport(StandardInputName, result.message);
     return result;
 }
 
@@ -269,10 +269,10 @@ int importCommand(const Invocation& call, Console& console)
             call.arguments[0] == StandardStream
                 ? importFromStandardInput(state.classDb(), call.arguments[1], console.in)
                 : importClassFile(state.classDb(), {.file = call.arguments[0], .newName = call.arguments[1]});
-        if (result.status == ImportResult::Status::BadRecord) {
-            console.error << result.message << '\n'; // the workbench's own words, as scripts may look for them
-            return Refused;
-        }
+        // The workbench's own words, as scripts may look for them, behind the file and line.
+        if (result.status == ImportResult::Status::BadRecord)
+            return refuse(console, cannotImport(sourceName(call.arguments[0]),
+                                                QStringLiteral("line %1: %2").arg(result.line).arg(result.message)));
         if (result.status != ImportResult::Status::Complete)
             return refuse(console, result.message);
         if (!call.quiet)
