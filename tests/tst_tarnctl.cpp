@@ -118,6 +118,11 @@ private slots:
         QTest::newRow("bad record on standard input")
             << QStringList{"import", "-", "x"} << "tarnctl: Cannot import (standard input): line 3: Bad Class Record: ?"
             << classFile(ClassFileHeader + QByteArrayList{"?"} + classRecord("A]"));
+        QTest::newRow("check of a file whose lines end with a line feed alone")
+            << QStringList{"check", "-"}
+            << "(standard input): The file's lines end with a line feed alone, which a class file does not allow: its "
+               "lines end with a carriage return and a line feed, and only a carriage return ends a line.\n"
+            << classFile(ClassFileHeader + classRecord("A]"), "\n");
         QTest::newRow("a file after --") << QStringList{"check", "--", "-no.class"} << "cannot open -no.class"
                                          << QByteArray();
     }

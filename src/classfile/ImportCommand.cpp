@@ -124,6 +124,11 @@ ClassFileCheck checkClassFile(QIODevice& in)
         reader.emplace(in);
         while (const std::optional<RecordEvent> event = reader->next())
             check.problems << problemsOf(*event);
+    } catch (const TooFewLinesError& e) {
+        check.problems << (e.lineFeeds() ? QStringLiteral("The file's lines end with a line feed alone, which a class "
+                                                          "file does not allow: its lines end with a carriage return "
+                                                          "and a line feed, and only a carriage return ends a line.")
+                                         : e.message());
     } catch (const ClassFileError& e) {
         check.problems << e.message();
     }
