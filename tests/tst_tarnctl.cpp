@@ -496,16 +496,18 @@ private slots:
             QCOMPARE(run({"--data-dir", dir, "init"}).status, 1); // existing stores are never touched
     }
 
+    // A name in use twice is listed once, its classes counted once.
     void listAsJsonCountsClassesAndQuietKeepsErrors()
     {
         QCOMPARE(tarnctl({"new", "Empty"}).status, 0);
-        const QJsonArray list = QJsonDocument::fromJson(tarnctl({"list", "--json"}).out).array();
-        QCOMPARE(list.size(), 3);
-        QCOMPARE(list[0].toObject(), (QJsonObject{{"name", "Empty"}, {"classes", 0}}));
-        QCOMPARE(list[2].toObject(), (QJsonObject{{"name", "Test Set"}, {"classes", 2}}));
-        const Outcome quiet = tarnctl({"-q", "import", testDataPath("test_set_protected.class"), "Again"});
+        const Outcome quiet = tarnctl({"-q", "import", testDataPath("test_set_protected.class"), "Test Set"});
         QCOMPARE(quiet.status, 0);
         QCOMPARE(quiet.out, QByteArray());
+        QCOMPARE(tarnctl({"list"}).out, QByteArray("Empty\nExample\nTest Set\n"));
+        const QJsonArray list = QJsonDocument::fromJson(tarnctl({"list", "--json"}).out).array();
+        QCOMPARE(list.size(), 3);
+        QCOMPARE(list[0].toObject(), (QJsonObject{{"name", "Empty"}, {"classes", 0}, {"package_rows", 1}}));
+        QCOMPARE(list[2].toObject(), (QJsonObject{{"name", "Test Set"}, {"classes", 4}, {"package_rows", 2}}));
         QCOMPARE(tarnctl({"--quiet", "delete", "nobody"}).err,
                  QByteArray("tarnctl: no configuration is named \"nobody\"\n"));
     }

@@ -153,7 +153,9 @@ int initCommand(const Invocation& call, Console& console)
 int listCommand(const Invocation& call, Console& console)
 {
     return withStores(call, console, [&](AppState& state) {
-        const QStringList names = listConfigurations(state.classDb());
+        // Package rows of one name share one pool of classes, so the name is told once.
+        QStringList names = listConfigurations(state.classDb());
+        names.removeDuplicates();
         if (!call.json) {
             for (const QString& name : names)
                 console.text << name << '\n';
@@ -162,7 +164,8 @@ int listCommand(const Invocation& call, Console& console)
         QJsonArray list;
         for (const QString& name : names)
             list.append(QJsonObject{{QStringLiteral("name"), name},
-                                    {QStringLiteral("classes"), countClasses(state.classDb(), name)}});
+                                    {QStringLiteral("classes"), countClasses(state.classDb(), name)},
+                                    {QStringLiteral("package_rows"), countPackageRows(state.classDb(), name)}});
         console.text << QJsonDocument(list).toJson(QJsonDocument::Indented);
         return Success;
     });
