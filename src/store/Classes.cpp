@@ -73,7 +73,7 @@ SkippedChecks::~SkippedChecks()
 
 NewClassRows::NewClassRows(Database& classDb) : m_skipped(classDb), m_insert(classDb.prepare(insertClassSql())) {}
 
-int NewClassRows::take(ClassColumn column, ColumnKind given)
+void NewClassRows::refuse(ClassColumn column, ColumnKind given) const
 {
     const std::size_t index = classdef::indexOf(column);
     if (index >= classdef::ColumnCount)
@@ -83,29 +83,8 @@ int NewClassRows::take(ClassColumn column, ColumnKind given)
     if (classdef::kindOf(column) != given)
         throw StoreError(QStringLiteral("A new class row was given %1 for its column \"%2\", which takes %3.")
                              .arg(kindName(given), classdef::nameOf(column), kindName(classdef::kindOf(column))));
-    if (m_given.test(index))
-        throw StoreError(
-            QStringLiteral("A new class row was given its column \"%1\" twice.").arg(classdef::nameOf(column)));
-    m_given.set(index);
-    return int(index) + 1;
-}
-
-NewClassRows& NewClassRows::set(ClassColumn column, const QString& text)
-{
-    m_insert.bindText(take(column, ColumnKind::Text), text);
-    return *this;
-}
-
-NewClassRows& NewClassRows::set(ClassColumn column, qint16 number)
-{
-    m_insert.bindInt64(take(column, ColumnKind::Integer), number);
-    return *this;
-}
-
-NewClassRows& NewClassRows::set(ClassColumn column, bool flag)
-{
-    m_insert.bindInt64(take(column, ColumnKind::Flag), flag ? 1 : 0);
-    return *this;
+    throw StoreError(
+        QStringLiteral("A new class row was given its column \"%1\" twice.").arg(classdef::nameOf(column)));
 }
 
 void NewClassRows::addRow()

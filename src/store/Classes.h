@@ -47,9 +47,21 @@ class NewClassRows
 public:
     explicit NewClassRows(Database& classDb);
 
-    NewClassRows& set(ClassColumn column, const QString& text);
-    NewClassRows& set(ClassColumn column, qint16 number);
-    NewClassRows& set(ClassColumn column, bool flag);
+    NewClassRows& set(ClassColumn column, const QString& text)
+    {
+        m_insert.bindText(take(column, ColumnKind::Text), text);
+        return *this;
+    }
+    NewClassRows& set(ClassColumn column, qint16 number)
+    {
+        m_insert.bindInt64(take(column, ColumnKind::Integer), number);
+        return *this;
+    }
+    NewClassRows& set(ClassColumn column, bool flag)
+    {
+        m_insert.bindInt64(take(column, ColumnKind::Flag), flag ? 1 : 0);
+        return *this;
+    }
     // A string literal would otherwise be taken as a flag.
     NewClassRows& set(ClassColumn column, const char*) = delete;
     // Element k of the values goes to column k of the series.
@@ -64,8 +76,18 @@ public:
     void addRow();
 
 private:
-    // Marks the column as given; throws when it takes another kind or has its value.
-    int take(ClassColumn column, ColumnKind given);
+    // Marks the column as given and returns its parameter. Here in the header, so that
+    // the check folds away for a column named in the call.
+    int take(ClassColumn column, ColumnKind given)
+    {
+        const std::size_t index = classdef::indexOf(column);
+        if (index >= classdef::ColumnCount || classdef::kindOf(column) != given || m_given.test(index)) [[unlikely]]
+            refuse(column, given);
+        m_given.set(index);
+        return int(index) + 1;
+    }
+    // Throws StoreError: the column takes another kind, has its value already, or is none.
+    [[noreturn]] void refuse(ClassColumn column, ColumnKind given) const;
 
     SkippedChecks m_skipped;
     Statement m_insert;
