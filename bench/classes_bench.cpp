@@ -68,17 +68,22 @@ void fillClasses(Database& classDb)
     QRandomGenerator random(Classes);
     const auto id = [&](int count) { return qint16(1 + random.bounded(count)); };
     for (int number = 1; number <= Classes; ++number) {
-        rows << Config << QStringLiteral("Class %1").arg(number) << qint16(number) << QStringLiteral("red")
-             << QStringLiteral("blue") << QStringLiteral("model") << qint16(1);
-        for (int slot = 2; slot <= 10; ++slot)
-            rows << id(Weapons);
-        for (int slot = 1; slot <= 3; ++slot)
-            rows << id(Grenades);
-        rows << qint16(300) << qint16(100) << qint16(50);
-        for (int flag = 0; flag < 30; ++flag)
-            rows << (random.bounded(2) == 1);
-        for (const qint16 value : {1, 100, 50, 25, 10, 100, 10})
-            rows << value;
+        using C = ClassColumn;
+        rows.set(C::package_name, Config).set(C::class_name, QStringLiteral("Class %1").arg(number));
+        rows.set(C::class_num, qint16(number)).set(C::skin_name1, QStringLiteral("red"));
+        rows.set(C::skin_name2, QStringLiteral("blue")).set(C::model_name, QStringLiteral("model"));
+        rows.set(C::w1, qint16(1));
+        for (std::size_t k = 1; k < classdef::weapons.size; ++k)
+            rows.set(classdef::weapons.at(k), id(Weapons));
+        for (std::size_t k = 0; k < classdef::grenades.size; ++k)
+            rows.set(classdef::grenades.at(k), id(Grenades));
+        rows.set(C::max_speed, qint16(300)).set(C::max_health, qint16(100)).set(C::max_armor, qint16(50));
+        for (std::size_t k = 0; k < classdef::items.size; ++k)
+            rows.set(classdef::items.at(k), random.bounded(2) == 1);
+        for (std::size_t k = 0; k < classdef::specials.size; ++k)
+            rows.set(classdef::specials.at(k), random.bounded(2) == 1);
+        rows.set(C::decoyskin, qint16(1));
+        rows.set(classdef::ammo, std::array<qint16, classdef::ammo.size>{100, 50, 25, 10, 100, 10});
         rows.addRow();
     }
     transaction.commit();

@@ -50,17 +50,21 @@ void generate(Database& classDb, Database& refDb, int classes, int weapons)
     QRandomGenerator random(classes);
     const auto upTo = [&](int count) { return qint16(random.bounded(count)); };
     for (int number = 1; number <= classes; ++number) {
-        rows << Config << QStringLiteral("Class %1").arg(number) << qint16(number)
-             << QStringLiteral("red%1").arg(number % 7) << QStringLiteral("blue%1").arg(number % 7)
-             << QStringLiteral("model%1").arg(number % 13) << qint16(1);
-        for (int slot = 2; slot <= 10; ++slot)
-            rows << qint16(slot < 5 ? 2 + upTo(choices) : 0);
-        rows << qint16(1 + upTo(4)) << qint16(0) << qint16(0) << qint16(200 + upTo(200)) << qint16(100) << qint16(50);
-        for (int flag = 0; flag < 30; ++flag)
-            rows << (flag != 8 && random.bounded(4) == 0);
-        rows << qint16(number % 3);
-        for (const qint16 value : {100, 50, 25, 10, 100, 10})
-            rows << value;
+        using C = ClassColumn;
+        rows.set(C::package_name, Config).set(C::class_name, QStringLiteral("Class %1").arg(number));
+        rows.set(C::class_num, qint16(number)).set(C::skin_name1, QStringLiteral("red%1").arg(number % 7));
+        rows.set(C::skin_name2, QStringLiteral("blue%1").arg(number % 7));
+        rows.set(C::model_name, QStringLiteral("model%1").arg(number % 13));
+        for (std::size_t k = 0; k < classdef::weapons.size; ++k) // slot k + 1
+            rows.set(classdef::weapons.at(k), qint16(k == 0 ? 1 : k < 4 ? 2 + upTo(choices) : 0));
+        rows.set(C::g1, qint16(1 + upTo(4))).set(C::g2, qint16(0)).set(C::g3, qint16(0));
+        rows.set(C::max_speed, qint16(200 + upTo(200))).set(C::max_health, qint16(100)).set(C::max_armor, qint16(50));
+        for (std::size_t k = 0; k < classdef::items.size; ++k)
+            rows.set(classdef::items.at(k), k != 8 && random.bounded(4) == 0);
+        for (std::size_t k = 0; k < classdef::specials.size; ++k)
+            rows.set(classdef::specials.at(k), random.bounded(4) == 0);
+        rows.set(C::decoyskin, qint16(number % 3));
+        rows.set(classdef::ammo, std::array<qint16, classdef::ammo.size>{100, 50, 25, 10, 100, 10});
         rows.addRow();
     }
     transaction.commit();

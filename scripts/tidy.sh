@@ -9,5 +9,5 @@ build="${TARN_TIDY_BUILD_DIR:-$root/build-tidy}"
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON \
   -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DTARN_BUILD_TESTS=OFF >/dev/null
 # The headers that uic and moc generate.
-cmake --build "$build" --target tarn_core_autogen tarn_gui_autogen tarn_autogen tarnctl_autogen -j2 >/dev/null
+cmake --build "$build" --target tarn_store_autogen tarn_classfile_autogen tarn_core_autogen tarn_toolkit_autogen tarn_gui_autogen tarn_autogen tarnctl_autogen -j2 >/dev/null
 run-clang-tidy -p "$build" -quiet -j 2 "^$root/src/"

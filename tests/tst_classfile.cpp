@@ -1,9 +1,9 @@
+#include "classes/PickerPosition.h"
 #include "classfile/Checks.h"
 #include "classfile/Cp1252.h"
 #include "classfile/ExportCommand.h"
 #include "classfile/ImportCommand.h"
 #include "classfile/Protection.h"
-#include "classfile/SlotSearch.h"
 #include "core/DataDirectory.h"
 #include "store/Configurations.h"
 #include "store/Database.h"
@@ -321,7 +321,7 @@ private slots:
         QFETCH(QList<qint64>, ids);
         QFETCH(QString, text);
         QFETCH(int, position);
-        QCOMPARE(SlotLookup(std::vector<qint64>(ids.begin(), ids.end())).position(text), position);
+        QCOMPARE(pickerPosition(SlotLookup(std::vector<qint64>(ids.begin(), ids.end())), text), position);
     }
 
     void oneClassGivesNineLines()

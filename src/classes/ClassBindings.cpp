@@ -1,5 +1,6 @@
 #include "ClassBindings.h"
 
+#include "store/ClassColumns.h"
 #include "store/ReferenceLists.h"
 #include "toolkit/DataControl.h"
 
@@ -15,38 +16,44 @@ namespace
 
 std::vector<ClassBinding> namedBindings()
 {
-    auto row = [](const char* control, const char* column, const char* field) {
-        return ClassBinding{QLatin1String(control), QLatin1String(column), QLatin1String(field)};
+    using C = ClassColumn;
+    auto row = [](const char* control, ClassColumn column, const char* field) {
+        return ClassBinding{QLatin1String(control), classdef::nameOf(column), QLatin1String(field)};
     };
     return {
-        row("Label31", "package_name", "Config Name"), row("fldClassName", "class_name", "Class Name"),
-        row("fldModel", "model_name", "Model Name"),   row("fldSkin1", "skin_name1", "Red Skin"),
-        row("fldSkin2", "skin_name2", "Blue Skin"),    row("Text1", "class_num", "Class Num"),
-        row("fldArmor", "max_armor", "Max Armor"),     row("fldSpeed", "max_speed", "Max Speed"),
-        row("fldHealth", "max_health", "Max Health"),  row("fldDecoySkin", "decoyskin", "Decoy Skin # (blue)"),
-        row("maxbullets", "maxbullets", "Bullets"),    row("maxshells", "maxshells", "Shells"),
-        row("maxrockets", "maxrockets", "Rockets"),    row("maxgrenades", "maxgrenades", "Grenades"),
-        row("maxcells", "maxcells", "Cells"),          row("maxslugs", "maxslugs", "Slugs"),
+        row("Label31", C::package_name, "Config Name"), row("fldClassName", C::class_name, "Class Name"),
+        row("fldModel", C::model_name, "Model Name"),   row("fldSkin1", C::skin_name1, "Red Skin"),
+        row("fldSkin2", C::skin_name2, "Blue Skin"),    row("Text1", C::class_num, "Class Num"),
+        row("fldArmor", C::max_armor, "Max Armor"),     row("fldSpeed", C::max_speed, "Max Speed"),
+        row("fldHealth", C::max_health, "Max Health"),  row("fldDecoySkin", C::decoyskin, "Decoy Skin # (blue)"),
+        row("maxbullets", C::maxbullets, "Bullets"),    row("maxshells", C::maxshells, "Shells"),
+        row("maxrockets", C::maxrockets, "Rockets"),    row("maxgrenades", C::maxgrenades, "Grenades"),
+        row("maxcells", C::maxcells, "Cells"),          row("maxslugs", C::maxslugs, "Slugs"),
     };
 }
 
-// Numbered controls: prefix + (k + offset) bound to column + k, for k = 1..count.
-void appendNumbered(std::vector<ClassBinding>& table, const QString& control, int offset, const QString& column,
-                    int count, const QString& field)
+// Numbered controls: control + (k + 1 + offset) bound to column k of the series, whose
+// caption is field + (k + 1).
+template <ClassColumn First, std::size_t Size>
+void appendNumbered(std::vector<ClassBinding>& table, const QString& control, int offset,
+                    classdef::Series<First, Size> series, const QString& field)
 {
-    for (int k = 1; k <= count; ++k) {
-        table.push_back(
-            {control + QString::number(k + offset), column + QString::number(k), field + QString::number(k)});
+    for (std::size_t k = 0; k < Size; ++k) {
+        const int number = int(k) + 1;
+        table.push_back({control + QString::number(number + offset), classdef::nameOf(series.at(k)),
+                         field + QString::number(number)});
     }
 }
 
 std::vector<ClassBinding> buildTable()
 {
     std::vector<ClassBinding> table = namedBindings();
-    appendNumbered(table, QStringLiteral("dw"), 0, QStringLiteral("w"), 10, QStringLiteral("Weapon "));
-    appendNumbered(table, QStringLiteral("dg"), 0, QStringLiteral("g"), 3, QStringLiteral("Grenade "));
-    appendNumbered(table, QStringLiteral("Check1_"), -1, QStringLiteral("i"), ItemBoxes, QStringLiteral("Item "));
-    appendNumbered(table, QStringLiteral("special_"), -1, QStringLiteral("s"), SpecialBoxes,
+    appendNumbered(table, QStringLiteral("dw"), 0, classdef::weapons, QStringLiteral("Weapon "));
+    appendNumbered(table, QStringLiteral("dg"), 0, classdef::grenades, QStringLiteral("Grenade "));
+    // i9 has no box.
+    appendNumbered(table, QStringLiteral("Check1_"), -1, classdef::Series<ClassColumn::i1, ItemBoxes>{},
+                   QStringLiteral("Item "));
+    appendNumbered(table, QStringLiteral("special_"), -1, classdef::Series<ClassColumn::s1, SpecialBoxes>{},
                    QStringLiteral("Special "));
     return table;
 }

@@ -2,6 +2,7 @@
 // boxes that hold the slot ids.
 #include "frmClasses.h"
 
+#include "PickerPosition.h"
 #include "ui_frmClasses.h"
 
 #include <QStandardItemModel>
@@ -51,12 +52,12 @@ void frmClasses::fillPickers(const ReferenceLists& lists)
 
 int frmClasses::FindWeaponPos(const QString& wno_text) const
 {
-    return m_weaponSlots.position(wno_text);
+    return pickerPosition(m_weaponSlots, wno_text);
 }
 
 int frmClasses::FindGrenadePos(const QString& gno_text) const
 {
-    return m_grenadeSlots.position(gno_text);
+    return pickerPosition(m_grenadeSlots, gno_text);
 }
 
 // Each picker follows its hidden box. The click runs as for a choice by the author,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/ClassColumns.h"
+
 #include <QString>
 #include <array>
 
@@ -8,8 +10,8 @@ namespace tarn
 
 class NewClassRows;
 
-inline constexpr int AbilityFlags = 21;
-inline constexpr int ItemFlags = 9;
+inline constexpr std::size_t AbilityFlags = classdef::specials.size;
+inline constexpr std::size_t ItemFlags = classdef::items.size;
 
 // One class as a class file carries it back, with the fields the reader converted.
 struct ClassRecord {
@@ -18,14 +20,14 @@ struct ClassRecord {
     QString redSkin;
     QString blueSkin;
     qint16 decoySkin = 0;
-    std::array<qint16, 10> weapons{}; // w1 to w10
-    std::array<qint16, 3> grenades{};
+    std::array<qint16, classdef::weapons.size> weapons{}; // w1 to w10
+    std::array<qint16, classdef::grenades.size> grenades{};
     qint16 armor = 0;
     qint16 speed = 0;
     qint16 health = 0;
-    std::array<bool, AbilityFlags> abilities{}; // s1 to s21
-    std::array<bool, ItemFlags> items{};        // i1 to i9
-    std::array<qint16, 6> ammo{};               // bullets, shells, rockets, grenades, cells, slugs
+    std::array<bool, AbilityFlags> abilities{};     // s1 to s21
+    std::array<bool, ItemFlags> items{};            // i1 to i9
+    std::array<qint16, classdef::ammo.size> ammo{}; // bullets, shells, rockets, grenades, cells, slugs
 };
 
 // Bit k of the sum gives flag k+1; higher bits have no flag and are dropped.

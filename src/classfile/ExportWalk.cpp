@@ -3,9 +3,6 @@
 #include "Checks.h"
 #include "ClassFileWriter.h"
 #include "store/Classes.h"
-#include "store/StoreError.h"
-
-#include <QHash>
 
 namespace tarn
 {
@@ -13,84 +10,37 @@ namespace tarn
 namespace
 {
 
-constexpr std::size_t WeaponSlots = 9; // slots 2 to 10
-constexpr std::size_t GrenadeSlots = 3;
-constexpr std::size_t AmmoLimits = 6;
+// The slots the pickers track (slot 1 always holds the blaster), the item boxes the
+// class editor shows and the special ability boxes.
+using TrackedWeapons = classdef::Series<ClassColumn::w2, 9>;
+using ItemColumns = classdef::Series<ClassColumn::i1, ItemBoxes>;
+using SpecialColumns = classdef::Series<ClassColumn::s1, SpecialBoxes>;
+constexpr std::size_t WeaponSlots = TrackedWeapons::size;
 
-// Where each column that the export reads stands in the rows of the walk.
+// Where each column that the export reads stands in the rows of the walk, found once
+// for the statement. A column the walk's statement lacks is a fault of the program,
+// told at once rather than read from another column.
 struct Columns {
-    int rowId = 0, number = 0;
-    int name = 0, model = 0, redSkin = 0, blueSkin = 0, decoySkin = 0, armor = 0, speed = 0, health = 0;
-    std::array<int, WeaponSlots> weapons{};
-    std::array<int, GrenadeSlots> grenades{};
-    std::array<int, ItemBoxes> items{};
-    std::array<int, SpecialBoxes> specials{};
-    std::array<int, AmmoLimits> ammo{};
+    explicit Columns(const Statement& rows) : Columns(ClassColumnPositions(rows)) {}
+
+    explicit Columns(const ClassColumnPositions& at)
+        : rowId(at.rowId()), number(at[ClassColumn::class_num]), name(at[ClassColumn::class_name]),
+          model(at[ClassColumn::model_name]), redSkin(at[ClassColumn::skin_name1]),
+          blueSkin(at[ClassColumn::skin_name2]), decoySkin(at[ClassColumn::decoyskin]),
+          armor(at[ClassColumn::max_armor]), speed(at[ClassColumn::max_speed]), health(at[ClassColumn::max_health]),
+          weapons(at[TrackedWeapons{}]), grenades(at[classdef::grenades]), items(at[ItemColumns{}]),
+          specials(at[SpecialColumns{}]), ammo(at[classdef::ammo])
+    {
+    }
+
+    int rowId, number;
+    int name, model, redSkin, blueSkin, decoySkin, armor, speed, health;
+    std::array<int, TrackedWeapons::size> weapons;
+    std::array<int, classdef::grenades.size> grenades;
+    std::array<int, ItemColumns::size> items;
+    std::array<int, SpecialColumns::size> specials;
+    std::array<int, classdef::ammo.size> ammo;
 };
-
-template <std::size_t N> std::array<QString, N> columnNames(const char* prefix, int first)
-{
-    std::array<QString, N> names;
-    for (std::size_t k = 0; k < N; ++k)
-        names[k] = QLatin1String(prefix) + QString::number(first + int(k));
-    return names;
-}
-
-// Where the walk's columns stand, by name. A column the walk's statement lacks is a
-// fault of the program, told at once rather than read from another column.
-class ColumnFinder
-{
-public:
-    explicit ColumnFinder(const Statement& rows)
-    {
-        for (int i = 0; i < rows.columnCount(); ++i)
-            m_at.insert(rows.columnName(i).toLower(), i);
-    }
-
-    int operator()(const QString& name) const
-    {
-        const int column = int(m_at.value(name, -1));
-        if (column < 0)
-            throw StoreError(QStringLiteral("The export's walk has no column \"%1\".").arg(name));
-        return column;
-    }
-    template <std::size_t N> std::array<int, N> series(const char* prefix, int first) const
-    {
-        std::array<int, N> columns{};
-        const std::array<QString, N> names = columnNames<N>(prefix, first);
-        for (std::size_t k = 0; k < N; ++k)
-            columns[k] = (*this)(names[k]);
-        return columns;
-    }
-
-private:
-    QHash<QString, int> m_at;
-};
-
-Columns locate(const Statement& rows)
-{
-    const ColumnFinder at(rows);
-    Columns c;
-    c.rowId = at(QStringLiteral("rowid"));
-    c.number = at(QStringLiteral("class_num"));
-    c.name = at(QStringLiteral("class_name"));
-    c.model = at(QStringLiteral("model_name"));
-    c.redSkin = at(QStringLiteral("skin_name1"));
-    c.blueSkin = at(QStringLiteral("skin_name2"));
-    c.decoySkin = at(QStringLiteral("decoyskin"));
-    c.armor = at(QStringLiteral("max_armor"));
-    c.speed = at(QStringLiteral("max_speed"));
-    c.health = at(QStringLiteral("max_health"));
-    c.weapons = at.series<WeaponSlots>("w", 2);
-    c.grenades = at.series<GrenadeSlots>("g", 1);
-    c.items = at.series<ItemBoxes>("i", 1);
-    c.specials = at.series<SpecialBoxes>("s", 1);
-    const std::array<const char*, AmmoLimits> ammo{"maxbullets",  "maxshells", "maxrockets",
-                                                   "maxgrenades", "maxcells",  "maxslugs"};
-    for (std::size_t k = 0; k < AmmoLimits; ++k)
-        c.ammo[k] = at(QLatin1String(ammo[k]));
-    return c;
-}
 
 template <std::size_t N> std::array<ShownNumber, N> shownSeries(const Statement& row, const std::array<int, N>& columns)
 {
@@ -173,7 +123,7 @@ void ExportWalk::check(qint64 rowId, ClassChecks& checks)
 int ExportWalk::walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks)
 {
     ClassSlotWriter slotWriter(m_classDb);
-    const Columns columns = locate(rows);
+    const Columns columns(rows);
     ClassSlotWriter::SlotValues changed;
     int tracked = 0;
     ExportedClass cls;

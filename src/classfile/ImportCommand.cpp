@@ -25,16 +25,14 @@ const QString BadRecordPrefix = QStringLiteral("Bad Class Record: ");
 class ImportRun
 {
 public:
-    ImportRun(Database& db, QString newName) : m_db(db), m_name(std::move(newName)), m_transaction(db), m_rows(db) {}
+    ImportRun(Database& db, QString newName) : m_db(db), m_name(std::move(newName)), m_transaction(db) {}
 
     ImportResult run(QIODevice& in)
     {
         try {
             ClassFileReader reader(in);
-            while (const std::optional<RecordEvent> event = reader.next()) {
-                if (std::optional<ImportResult> stopped = take(*event))
-                    return *stopped;
-            }
+            if (const std::optional<RecordEvent> stop = storeRecords(reader))
+                return stoppedAt(*stop);
             addConfiguration(m_db, m_name);
             m_transaction.commit();
             return {Status::Complete, QStringLiteral("Import Complete"), m_stored};
@@ -44,17 +42,26 @@ public:
     }
 
 private:
-    // Stores one record; a result when the import stops at it.
-    std::optional<ImportResult> take(const RecordEvent& event)
+    // Stores the class of each record read; the record the import stops at, if any. The
+    // rows' insert is the only statement that runs while they live.
+    std::optional<RecordEvent> storeRecords(ClassFileReader& reader)
+    {
+        NewClassRows rows(m_db);
+        while (std::optional<RecordEvent> event = reader.next()) {
+            const auto* read = std::get_if<ReadClass>(&*event);
+            if (!read || !read->problems.isEmpty())
+                return event;
+            addClassRow(rows, read->record, m_name, read->number);
+            ++m_stored;
+        }
+        return std::nullopt;
+    }
+
+    ImportResult stoppedAt(const RecordEvent& event)
     {
         if (const auto* bad = std::get_if<BadRecord>(&event))
             return keepRowsRead(*bad);
-        const auto& read = std::get<ReadClass>(event);
-        if (!read.problems.isEmpty())
-            return fail(read.problems.join(u'\n'));
-        addClassRow(m_rows, read.record, m_name, read.number);
-        ++m_stored;
-        return std::nullopt;
+        return fail(std::get<ReadClass>(event).problems.join(u'\n'));
     }
 
     // At a bad record the rows of the records before it are kept, without a package
@@ -76,7 +83,6 @@ private:
     Database& m_db;
     QString m_name;
     Transaction m_transaction;
-    NewClassRows m_rows;
     int m_stored = 0;
 };
 

@@ -15,13 +15,4 @@ SlotLookup::SlotLookup(std::vector<qint64> ids) : m_ids(std::move(ids))
     }
 }
 
-int SlotLookup::position(const QString& idText) const
-{
-    if (idText.isEmpty())
-        return positionOf(0);
-    bool ok = false;
-    const short id = idText.toShort(&ok);
-    return ok ? positionOf(id) : 0;
-}
-
 } // namespace tarn

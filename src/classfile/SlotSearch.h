@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QtGlobal>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -10,19 +10,16 @@ namespace tarn
 
 // Where a weapon or grenade slot's id stands in its picker, whose entries are the ids in
 // order. Position 0 is never compared: it is the answer when nothing matches, which also
-// covers the first entry's own id. The last match wins. An empty text looks for id 0; a
-// text that is not a 16-bit number matches nothing. Built once per picker list, as a
-// table over every 16-bit id, so that a lookup is one read however long the list.
+// covers the first entry's own id. The last match wins. Built once per picker list, as a
+// table over every 16-bit id, so that a lookup is one read however long the list. The
+// export's slot tracking and the class editor's pickers share it.
 class SlotLookup
 {
 public:
     explicit SlotLookup(std::vector<qint64> ids);
 
-    const std::vector<qint64>& ids() const { return m_ids; }
-    // The picker position to show for the id a hidden slot box holds.
-    int position(const QString& idText) const;
-    // The same for a stored id, without a text in between: a missing value is the empty
-    // text, and an id beyond 16 bits matches nothing.
+    // The picker position to show for a stored id: a missing value looks for id 0, and
+    // an id beyond 16 bits matches nothing.
     int position(std::optional<qint64> storedId) const
     {
         const bool fits = !storedId || (*storedId >= IdFloor && *storedId <= IdCeiling);

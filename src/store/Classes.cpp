@@ -1,12 +1,12 @@
 #include "Classes.h"
 
 #include "Database.h"
-#include "Schema.h"
 #include "Statements.h"
 #include "StoreError.h"
 
 #include <QStringList>
 #include <algorithm>
+#include <initializer_list>
 
 namespace tarn
 {
@@ -14,20 +14,45 @@ namespace tarn
 namespace
 {
 
+QStringList namesOf(std::initializer_list<ClassColumn> except = {})
+{
+    QStringList names;
+    for (const ColumnDef& column : classdef::columns)
+        names << QLatin1String(column.name);
+    for (const ClassColumn column : except)
+        names.removeOne(classdef::nameOf(column));
+    return names;
+}
+
+// Every column in the table's order, so that column k takes parameter k + 1.
 QString insertClassSql()
 {
-    const QStringList columns = schema::classColumnNames();
+    const QStringList columns = namesOf();
     const QStringList places(columns.size(), QStringLiteral("?"));
     return QStringLiteral("insert into classdef (%1) values (%2)").arg(columns.join(u", "), places.join(u", "));
 }
 
-// The columns a class file is made from, behind the rowid.
+// The columns the export reads, behind the rowid.
 QString exportColumnsSql()
 {
-    QStringList columns = schema::classColumnNames();
-    for (const char* unread : {"package_name", "w1", "i9"})
-        columns.removeOne(QLatin1String(unread));
+    const QStringList columns = namesOf({ClassColumn::package_name, ClassColumn::w1, ClassColumn::i9});
     return QStringLiteral("select rowid, %1 from classdef").arg(columns.join(u", "));
+}
+
+QString kindName(ColumnKind kind)
+{
+    switch (kind) {
+    case ColumnKind::Integer:
+        return QStringLiteral("a 16-bit number");
+    case ColumnKind::Flag:
+        return QStringLiteral("a flag");
+    case ColumnKind::Text:
+        return QStringLiteral("a text");
+    case ColumnKind::Long:
+    case ColumnKind::Open:
+        break;
+    }
+    return QStringLiteral("another kind");
 }
 
 } // namespace
@@ -48,30 +73,61 @@ SkippedChecks::~SkippedChecks()
 
 NewClassRows::NewClassRows(Database& classDb) : m_skipped(classDb), m_insert(classDb.prepare(insertClassSql())) {}
 
-NewClassRows& NewClassRows::operator<<(const QString& text)
+void NewClassRows::refuse(ClassColumn column, ColumnKind given) const
 {
-    m_insert.bindText(m_next++, text);
-    return *this;
-}
-
-NewClassRows& NewClassRows::operator<<(qint16 number)
-{
-    m_insert.bindInt64(m_next++, number);
-    return *this;
-}
-
-NewClassRows& NewClassRows::operator<<(bool flag)
-{
-    m_insert.bindInt64(m_next++, flag ? 1 : 0);
-    return *this;
+    const std::size_t index = classdef::indexOf(column);
+    if (index >= classdef::ColumnCount)
+        throw StoreError(QStringLiteral("A new class row was given a value for column %1 of classdef, which has %2.")
+                             .arg(index + 1)
+                             .arg(classdef::ColumnCount));
+    if (classdef::kindOf(column) != given)
+        throw StoreError(QStringLiteral("A new class row was given %1 for its column \"%2\", which takes %3.")
+                             .arg(kindName(given), classdef::nameOf(column), kindName(classdef::kindOf(column))));
+    throw StoreError(
+        QStringLiteral("A new class row was given its column \"%1\" twice.").arg(classdef::nameOf(column)));
 }
 
 void NewClassRows::addRow()
 {
-    Q_ASSERT(m_next == m_insert.parameterCount() + 1);
-    m_next = 1;
+    if (!m_given.all()) {
+        std::size_t missing = 0;
+        while (m_given.test(missing))
+            ++missing;
+        throw StoreError(QStringLiteral("A new class row was given no value for its column \"%1\".")
+                             .arg(classdef::nameOf(ClassColumn(missing))));
+    }
+    m_given.reset();
     m_insert.step();
     m_insert.rewind();
+}
+
+ClassColumnPositions::ClassColumnPositions(const Statement& rows)
+{
+    m_at.fill(-1);
+    for (int i = 0; i < rows.columnCount(); ++i) {
+        const QString name = rows.columnName(i);
+        if (name.compare(QLatin1String("rowid"), Qt::CaseInsensitive) == 0)
+            m_rowId = i;
+        for (std::size_t c = 0; c < classdef::ColumnCount; ++c) {
+            if (name.compare(QLatin1String(classdef::columns[c].name), Qt::CaseInsensitive) == 0)
+                m_at[c] = i;
+        }
+    }
+}
+
+int ClassColumnPositions::operator[](ClassColumn column) const
+{
+    const int at = m_at.at(classdef::indexOf(column));
+    if (at < 0)
+        throw StoreError(QStringLiteral("The rows read have no column \"%1\".").arg(classdef::nameOf(column)));
+    return at;
+}
+
+int ClassColumnPositions::rowId() const
+{
+    if (m_rowId < 0)
+        throw StoreError(QStringLiteral("The rows read have no column \"rowid\"."));
+    return m_rowId;
 }
 
 Statement orderedClassRows(Database& classDb, const QString& config)
@@ -125,9 +181,7 @@ std::vector<qint64> classRowIds(Database& classDb, const QString& config, qint64
 
 void copyClassRows(Database& classDb, const QString& source, const QString& newName)
 {
-    QStringList columns = schema::classColumnNames();
-    columns.removeFirst(); // package_name takes the new name
-    const QString list = columns.join(u", ");
+    const QString list = namesOf({ClassColumn::package_name}).join(u", "); // package_name takes the new name
     // The source rows passed the table's checks when they were stored and go over unchanged,
     // so checking every column of every copy again would only cost time.
     const SkippedChecks skipped(classDb);

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "ClassColumns.h"
 #include "Statement.h"
 
 #include <QString>
 #include <QStringList>
 #include <QVariant>
 #include <array>
+#include <bitset>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -18,7 +20,10 @@ class Database;
 // The rows of classdef, one class each, as the import, the example configuration, the
 // copy and the export store and walk them. Each throws StoreError when the store refuses.
 
-// Turns the CHECK constraints of the connection's tables off for its lifetime.
+// Turns the CHECK constraints of the connection's tables off for its lifetime. SQLite
+// leaves the checks out of a statement compiled while they are off, and compiles every
+// statement afresh when they are turned on again, so only the statements that run in
+// its lifetime skip them: keep it to the one statement that needs it.
 class SkippedChecks
 {
 public:
@@ -31,32 +36,90 @@ private:
     Database& m_db;
 };
 
-// Stores whole class rows through one prepared statement. The values of a row are given
-// in the order of schema::classColumnNames(), package_name first. Its numbers are 16-bit
-// integers and flags, the very ranges classdef's checks allow, so the checks are skipped
-// while it lives.
+// Stores whole class rows through one prepared statement. Each value is given to its
+// column by name, and each column of a row takes exactly one: a text for a text column,
+// a 16-bit number for a number column, a flag for a flag column. Those are the very
+// values classdef's checks allow, so its insert skips them; while it lives, no other
+// statement may run on the connection. A value of the wrong kind, a column given twice
+// or left out is a fault of the program and throws StoreError at once.
 class NewClassRows
 {
 public:
     explicit NewClassRows(Database& classDb);
 
-    NewClassRows& operator<<(const QString& text);
-    NewClassRows& operator<<(qint16 number);
-    NewClassRows& operator<<(bool flag);
+    NewClassRows& set(ClassColumn column, const QString& text)
+    {
+        m_insert.bindText(take(column, ColumnKind::Text), text);
+        return *this;
+    }
+    NewClassRows& set(ClassColumn column, qint16 number)
+    {
+        m_insert.bindInt64(take(column, ColumnKind::Integer), number);
+        return *this;
+    }
+    NewClassRows& set(ClassColumn column, bool flag)
+    {
+        m_insert.bindInt64(take(column, ColumnKind::Flag), flag ? 1 : 0);
+        return *this;
+    }
     // A string literal would otherwise be taken as a flag.
-    NewClassRows& operator<<(const char*) = delete;
-    // Stores the row of the values given since the last one; every column must have one.
+    NewClassRows& set(ClassColumn column, const char*) = delete;
+    // Element k of the values goes to column k of the series.
+    template <ClassColumn First, std::size_t Count, typename T>
+    NewClassRows& set(classdef::Series<First, Count> series, const std::array<T, Count>& values)
+    {
+        for (std::size_t k = 0; k < Count; ++k)
+            set(series.at(k), values[k]);
+        return *this;
+    }
+    // Stores the row of the values given since the last one.
     void addRow();
 
 private:
+    // Marks the column as given and returns its parameter. Here in the header, so that
+    // the check folds away for a column named in the call.
+    int take(ClassColumn column, ColumnKind given)
+    {
+        const std::size_t index = classdef::indexOf(column);
+        if (index >= classdef::ColumnCount || classdef::kindOf(column) != given || m_given.test(index)) [[unlikely]]
+            refuse(column, given);
+        m_given.set(index);
+        return int(index) + 1;
+    }
+    // Throws StoreError: the column takes another kind, has its value already, or is none.
+    [[noreturn]] void refuse(ClassColumn column, ColumnKind given) const;
+
     SkippedChecks m_skipped;
     Statement m_insert;
-    int m_next = 1;
+    std::bitset<classdef::ColumnCount> m_given;
+};
+
+// Where each classdef column stands among the result columns of a statement, found by
+// name once, so that a walk over its rows reads each column at its place.
+class ClassColumnPositions
+{
+public:
+    explicit ClassColumnPositions(const Statement& rows);
+    // Throws StoreError when the statement has no such column.
+    int operator[](ClassColumn column) const;
+    template <ClassColumn First, std::size_t Count>
+    std::array<int, Count> operator[](classdef::Series<First, Count> series) const
+    {
+        std::array<int, Count> at{};
+        for (std::size_t k = 0; k < Count; ++k)
+            at[k] = (*this)[series.at(k)];
+        return at;
+    }
+    int rowId() const;
+
+private:
+    std::array<int, classdef::ColumnCount> m_at{};
+    int m_rowId = -1;
 };
 
 // The classes of a configuration in the order the class editor shows them, for the
-// export: each row led by its rowid, then every column the class file is made from (all
-// but package_name, class_num, w1 and i9, which it never reads).
+// export: each row led by its rowid, then every column the export reads (all but
+// package_name, w1 and i9); find them with ClassColumnPositions.
 Statement orderedClassRows(Database& classDb, const QString& config);
 // The same columns of one class, by its rowid.
 Statement classRowById(Database& classDb, qint64 rowId);
@@ -79,8 +142,8 @@ std::optional<qint64> highestClassNumber(Database& classDb, const QString& confi
 std::vector<qint64> classRowIds(Database& classDb, const QString& config, qint64 number);
 
 // Copies every class of the source configuration under the new name, all columns as
-// stored, in the order the engine reads them. Asking for the stored order would make it
-// sort every row first, a third of the copy's work.
+// stored. No order is asked for: the rows go in as SQLite finds them, and every reader
+// orders classes by class_num itself.
 void copyClassRows(Database& classDb, const QString& source, const QString& newName);
 
 // Writes the weapon slots 2 to 10 and the grenade slots 1 to 3 of class rows, in one

@@ -3,7 +3,6 @@
 #include "Classes.h"
 #include "Configurations.h"
 #include "Database.h"
-#include "Schema.h"
 
 #include <QStringList>
 #include <array>
@@ -44,22 +43,18 @@ struct ExampleClass {
     std::array<qint16, 6> ammo;
 };
 
-// In the order of classdef's columns.
 void addExampleClass(NewClassRows& rows, const QString& config, const ExampleClass& c)
 {
-    constexpr qint16 None = 0;
-    rows << config << c.name << c.number << c.redSkin << c.blueSkin << c.model;
-    rows << BlasterId << c.weapons[0] << c.weapons[1];
-    for (int slot = 4; slot <= 10; ++slot)
-        rows << None;
-    rows << c.grenade << None << None << c.speed << c.health << c.armor;
-    for (std::size_t i = 0; i < 9; ++i)
-        rows << (i < c.items.size() && c.items[i]);
-    for (std::size_t s = 0; s < 21; ++s)
-        rows << (s < c.abilities.size() && c.abilities[s]);
-    rows << c.decoySkin;
-    for (qint16 limit : c.ammo)
-        rows << limit;
+    using C = ClassColumn;
+    rows.set(C::package_name, config).set(C::class_name, c.name).set(C::class_num, c.number);
+    rows.set(C::skin_name1, c.redSkin).set(C::skin_name2, c.blueSkin).set(C::model_name, c.model);
+    rows.set(classdef::weapons, std::array<qint16, classdef::weapons.size>{BlasterId, c.weapons[0], c.weapons[1]});
+    rows.set(classdef::grenades, std::array<qint16, classdef::grenades.size>{c.grenade});
+    rows.set(C::max_speed, c.speed).set(C::max_health, c.health).set(C::max_armor, c.armor);
+    rows.set(classdef::items, std::array<bool, classdef::items.size>{c.items[0], c.items[1]});
+    rows.set(classdef::specials,
+             std::array<bool, classdef::specials.size>{c.abilities[0], c.abilities[1], c.abilities[2]});
+    rows.set(C::decoyskin, c.decoySkin).set(classdef::ammo, c.ammo);
     rows.addRow();
 }
 

@@ -1,5 +1,6 @@
 #include "Schema.h"
 
+#include "ClassColumns.h"
 #include "Database.h"
 #include "Statements.h"
 #include "StoreError.h"
@@ -18,69 +19,6 @@ using K = ColumnKind;
 
 constexpr auto packageColumns = std::to_array<ColumnDef>({{"package_name", K::Text}});
 
-constexpr auto classdefColumns = std::to_array<ColumnDef>({
-    {"package_name", K::Text},
-    {"class_name", K::Text},
-    {"class_num", K::Integer},
-    {"skin_name1", K::Text},
-    {"skin_name2", K::Text},
-    {"model_name", K::Text},
-    {"w1", K::Integer},
-    {"w2", K::Integer},
-    {"w3", K::Integer},
-    {"w4", K::Integer},
-    {"w5", K::Integer},
-    {"w6", K::Integer},
-    {"w7", K::Integer},
-    {"w8", K::Integer},
-    {"w9", K::Integer},
-    {"w10", K::Integer},
-    {"g1", K::Integer},
-    {"g2", K::Integer},
-    {"g3", K::Integer},
-    {"max_speed", K::Integer},
-    {"max_health", K::Integer},
-    {"max_armor", K::Integer},
-    {"i1", K::Flag},
-    {"i2", K::Flag},
-    {"i3", K::Flag},
-    {"i4", K::Flag},
-    {"i5", K::Flag},
-    {"i6", K::Flag},
-    {"i7", K::Flag},
-    {"i8", K::Flag},
-    {"i9", K::Flag},
-    {"s1", K::Flag},
-    {"s2", K::Flag},
-    {"s3", K::Flag},
-    {"s4", K::Flag},
-    {"s5", K::Flag},
-    {"s6", K::Flag},
-    {"s7", K::Flag},
-    {"s8", K::Flag},
-    {"s9", K::Flag},
-    {"s10", K::Flag},
-    {"s11", K::Flag},
-    {"s12", K::Flag},
-    {"s13", K::Flag},
-    {"s14", K::Flag},
-    {"s15", K::Flag},
-    {"s16", K::Flag},
-    {"s17", K::Flag},
-    {"s18", K::Flag},
-    {"s19", K::Flag},
-    {"s20", K::Flag},
-    {"s21", K::Flag},
-    {"decoyskin", K::Integer},
-    {"maxbullets", K::Integer},
-    {"maxshells", K::Integer},
-    {"maxrockets", K::Integer},
-    {"maxgrenades", K::Integer},
-    {"maxcells", K::Integer},
-    {"maxslugs", K::Integer},
-});
-static_assert(std::size(classdefColumns) == 59);
-
 constexpr auto weaponColumns = std::to_array<ColumnDef>({{"w_id", K::Integer},
                                                          {"w_name", K::Text},
                                                          {"w_damage", K::Open},
@@ -97,7 +35,7 @@ constexpr auto specialColumns =
     std::to_array<ColumnDef>({{"s_id", K::Long}, {"s_name", K::Text}, {"kd_enabled", K::Integer}});
 
 const TableDef packageTable{"package", packageColumns};
-const TableDef classdefTable{"classdef", classdefColumns};
+const TableDef classdefTable{"classdef", classdef::columns};
 const TableDef weaponTable{"weapon", weaponColumns};
 const TableDef grenadeTable{"grenade", grenadeColumns};
 const TableDef itemTable{"item", itemColumns};
@@ -135,30 +73,6 @@ std::optional<qint64> wholeNumber(const QString& text)
 namespace schema
 {
 
-const TableDef& package()
-{
-    return packageTable;
-}
-const TableDef& classdef()
-{
-    return classdefTable;
-}
-const TableDef& weapon()
-{
-    return weaponTable;
-}
-const TableDef& grenade()
-{
-    return grenadeTable;
-}
-const TableDef& item()
-{
-    return itemTable;
-}
-const TableDef& special()
-{
-    return specialTable;
-}
 std::span<const TableDef* const> dataTables()
 {
     return dataTableList;
@@ -171,7 +85,7 @@ std::span<const TableDef* const> referenceTables()
 QStringList classColumnNames()
 {
     QStringList names;
-    for (const ColumnDef& column : classdefColumns)
+    for (const ColumnDef& column : classdef::columns)
         names << QString::fromLatin1(column.name);
     return names;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Columns.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -11,40 +13,14 @@ namespace tarn
 
 class Database;
 
-// What a column holds, as the windows and the class file see it.
-enum class ColumnKind {
-    Text,    // a string
-    Integer, // signed 16-bit whole number
-    Long,    // signed 32-bit whole number
-    Flag,    // 0 or 1, bound to a check box
-    Open,    // free text the program never computes with
-};
-
-struct ColumnDef {
-    const char* name;
-    ColumnKind kind;
-};
-
-struct TableDef {
-    const char* name;
-    std::span<const ColumnDef> columns;
-};
-
 namespace schema
 {
-
-const TableDef& package();
-const TableDef& classdef();
-const TableDef& weapon();
-const TableDef& grenade();
-const TableDef& item();
-const TableDef& special();
 
 // The tables of each database file.
 std::span<const TableDef* const> dataTables();
 std::span<const TableDef* const> referenceTables();
 
-// The columns of classdef in the order the import and the copy assign them.
+// The names of classdef's columns, in the order of the table (store/ClassColumns.h).
 QStringList classColumnNames();
 
 // The kind of a column, looked up without regard to case; Text for an unknown one.

@@ -4,9 +4,12 @@
 
 #include <QString>
 
-// The statements and record sources the program names. The statements built from
-// classdef's columns are made in Classes.cpp, and those of a record set in Recordset.cpp.
-// A configuration name is always bound as the parameter "?", never pasted into the text.
+// The fixed statements and the record sources the program names. Every statement lives in
+// store/, but not all of them here: those built from classdef's columns are made in
+// Classes.cpp, a record set's in Recordset.cpp, the reference lists' in ReferenceLists.cpp,
+// the schema's in Schema.cpp, the starting rows' in DefaultRows.cpp, and the connection's
+// pragmas and transactions in Database.cpp and Classes.cpp (SkippedChecks). A
+// configuration name is always bound as the parameter "?", never pasted into the text.
 namespace tarn::sql
 {
 

@@ -201,11 +201,6 @@ void DataControl::refresh()
     showCurrentRow();
 }
 
-bool DataControl::hasChanges() const
-{
-    return std::any_of(m_bindings.begin(), m_bindings.end(), [](const auto& b) { return b->changed; });
-}
-
 bool DataControl::moveFirst()
 {
     return move(Move::First);

@@ -64,8 +64,6 @@ public:
     {
         return hasCurrent() ? std::optional(m_recordset->currentRowId()) : std::nullopt;
     }
-    bool isPendingNew() const { return m_pendingNew; }
-    bool hasChanges() const;
 
     // Moves store the changed controls first; false when the store refused them.
     // Moving past either end stays on the first or the last row. A row another program
