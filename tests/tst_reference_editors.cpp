@@ -18,8 +18,6 @@
 using namespace tarn;
 using namespace tarn::test;
 
-Q_DECLARE_METATYPE(tarn::test::Window)
-
 namespace
 {
 

@@ -65,3 +65,5 @@ struct WindowFixture {
 void onModalDialog(const std::function<void()>& command, const std::function<void(QWidget&)>& inspect);
 
 } // namespace tarn::test
+
+Q_DECLARE_METATYPE(tarn::test::Window)
