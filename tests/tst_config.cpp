@@ -368,7 +368,6 @@ private slots:
         f->press("btNew");
         f->dialogs.confirmAnswers << false;
         f->press("btDelete");
-        import(QString(), QString());
         import(QStringLiteral("never"), QString());
         QCOMPARE(f->main().configNames(), Listed);
         QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Example")), 2);
@@ -503,50 +502,83 @@ private slots:
         QCOMPARE(f->main().configNames(), Listed);
     }
 
-    void importsAsANewConfigurationAndSaysSo()
-    {
-        f->select(QStringLiteral("Example"));
-        import(QStringLiteral("Copy One"), testDataPath("test_set_protected.class"));
-        QCOMPARE(f->dialogs.prompts, QStringList{"Copy Config|Enter the name of the config you wish to copy to"});
-        QCOMPARE(f->dialogs.fileFilters, QStringList{"Class Config (*.class)|*.class|All Files (*.*)|*.*"});
-        QCOMPARE(f->dialogs.messages, QStringList{"Import Complete"});
-        QCOMPARE(f->main().statusBar()->currentMessage(),
-                 "Read 2 classes from " + testDataPath("test_set_protected.class") + " into \"Copy One\"");
-        QCOMPARE(f->main().configNames(), QStringList{"Copy One"} + Listed);
-        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Copy One")), 2);
-        QVERIFY(f->data.state->currentConfig.isEmpty());
-        QVERIFY(!f->dialogs.busy);
-        // The status tells of the last command only: the next one clears it as it starts.
-        f->select(QStringLiteral("Copy One"));
-        f->dialogs.confirmAnswers << false;
-        f->press("btDelete");
-        QCOMPARE(f->main().statusBar()->currentMessage(), QString());
-    }
-
-    // A class file opened from the desktop or dropped on the window asks only for the new
-    // name; Cancel imports nothing.
-    void fileFromTheDesktopIsImportedUnderTheNameAsked_data()
+    // An import by the button and its file dialog, by a file opened from the desktop or
+    // dropped on the window, asks for the new name and makes that configuration, listed,
+    // with nothing selected. Cancel imports nothing; a file that cannot be read or holds a
+    // bad line is told and lists nothing, a bad record keeping the rows before it.
+    void importMakesANewConfiguration_data()
     {
         QTest::addColumn<QString>("road");
-        QTest::addColumn<QString>("answer");
+        QTest::addColumn<QString>("answer");     // the new name; none: Cancel
+        QTest::addColumn<QByteArray>("content"); // none: no file
+        QTest::addColumn<QString>("message");    // %1 is the file; a text ending ": " starts the message
+        QTest::addColumn<int>("classes");
+        const QByteArray good = readFile(testDataPath("test_set_protected.class"));
+        const QByteArray malformed =
+            classFile(ClassFileHeader + classRecord("A]", 4, "1 2 99999  0  0") + QByteArrayList{""});
+        const QByteArray badRecord =
+            classFile(ClassFileHeader + classRecord("A]") + QByteArrayList{protectLine("stray", true), "[B]", "x"});
+        const QString complete = QStringLiteral("Import Complete");
+        const QString cannotOpen = QStringLiteral("Cannot open %1: ");
+        QTest::newRow("button") << "button"
+                                << "Copy One" << good << complete << 2;
         QTest::newRow("opened") << "opened"
-                                << "Desktop";
-        QTest::newRow("opened, cancelled") << "opened"
-                                           << "";
+                                << "Desktop" << good << complete << 2;
         QTest::newRow("dropped") << "dropped"
-                                 << "Desktop";
+                                 << "Desktop" << good << complete << 2;
+        QTest::newRow("button, cancelled") << "button"
+                                           << "" << good << "" << 0;
+        QTest::newRow("opened, cancelled") << "opened"
+                                           << "" << good << "" << 0;
         QTest::newRow("dropped, cancelled") << "dropped"
-                                            << "";
+                                            << "" << good << "" << 0;
+        QTest::newRow("malformed")
+            << "button"
+            << "broken" << malformed
+            << "Cannot import %1: line 7: max health \"99999\" is not a whole number from -32768 to 32767." << 0;
+        QTest::newRow("a bad record, read unprotected as every line")
+            << "button"
+            << "half" << badRecord << "Bad Class Record: stray" << 1;
+        QTest::newRow("unreadable") << "button"
+                                    << "broken" << QByteArray() << cannotOpen << 0;
+        QTest::newRow("unreadable, opened") << "opened"
+                                            << "broken" << QByteArray() << cannotOpen << 0;
+        QTest::newRow("unreadable, dropped") << "dropped"
+                                             << "broken" << QByteArray() << cannotOpen << 0;
     }
-    void fileFromTheDesktopIsImportedUnderTheNameAsked()
+    void importMakesANewConfiguration()
     {
         QFETCH(QString, road);
         QFETCH(QString, answer);
-        import(answer, testDataPath("test_set_protected.class"), road);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, message);
+        QFETCH(int, classes);
+        const QString file = f->data.path(QStringLiteral("in.class"));
+        QVERIFY(content.isEmpty() || writeFile(file, content));
+        f->select(QStringLiteral("Example"));
+        import(answer, file, road);
         QCOMPARE(f->dialogs.prompts, QStringList{"Copy Config|Enter the name of the config you wish to copy to"});
-        QVERIFY(f->dialogs.fileFilters.isEmpty());
-        QCOMPARE(f->dialogs.messages, answer.isEmpty() ? QStringList() : QStringList{"Import Complete"});
-        QCOMPARE(f->main().configNames(), answer.isEmpty() ? Listed : QStringList{answer} + Listed);
+        QCOMPARE(f->dialogs.fileFilters,
+                 road == "button" && !answer.isEmpty() ? QStringList{ClassFileFilter} : QStringList());
+        const QString told = f->dialogs.messages.value(0);
+        QVERIFY2(message.endsWith(": ") ? told.startsWith(message.arg(file)) : told == message.arg(file),
+                 qPrintable(told));
+        QCOMPARE(f->dialogs.messages.size(), message.isEmpty() ? 0 : 1);
+        QCOMPARE(classCount(f->data.classDb(), answer), classes);
+        QVERIFY(!f->dialogs.busy);
+        if (message != "Import Complete") {
+            QCOMPARE(f->main().configNames(), Listed);
+            QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
+            return;
+        }
+        QCOMPARE(f->main().configNames(), QStringList{answer} + Listed);
+        QVERIFY(f->data.state->currentConfig.isEmpty());
+        QCOMPARE(f->main().statusBar()->currentMessage(), "Read 2 classes from " + file + " into \"" + answer + u'"');
+        // The status tells of the last command only: the next one clears it as it starts.
+        f->select(answer);
+        f->dialogs.confirmAnswers << false;
+        f->press("btDelete");
+        QCOMPARE(f->main().statusBar()->currentMessage(), QString());
     }
 
     // Only one file of this machine is taken at a time.
@@ -557,48 +589,6 @@ private slots:
         QVERIFY(!drop({QUrl(QStringLiteral("https://example.org/x.class"))}));
         QVERIFY(!drop({}));
         QVERIFY(f->dialogs.prompts.isEmpty());
-    }
-
-    // The bad line is read unprotected, as every line is.
-    void badRecordKeepsEarlierRowsButMakesNoConfiguration()
-    {
-        f->select(QStringLiteral("Example"));
-        const QString file = f->data.path(QStringLiteral("in.class"));
-        QVERIFY(writeFile(file, classFile(ClassFileHeader + classRecord("A]") +
-                                          QByteArrayList{protectLine("stray", true), "[B]", "x"})));
-        import(QStringLiteral("half"), file);
-        QCOMPARE(f->dialogs.messages, QStringList{"Bad Class Record: stray"});
-        QCOMPARE(f->main().configNames(), Listed);
-        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
-        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("half")), 1);
-        QVERIFY(!f->dialogs.busy);
-    }
-
-    void failedImportIsToldAndMakesNothing_data()
-    {
-        QTest::addColumn<QString>("road");
-        QTest::addColumn<QByteArray>("content"); // none: no file
-        QTest::addColumn<QString>("message");    // how the message starts; %1 is the file
-        QTest::newRow("malformed")
-            << "button" << classFile(ClassFileHeader + classRecord("A]", 4, "1 2 99999  0  0") + QByteArrayList{""})
-            << "Cannot import %1: line 7: max health \"99999\" is not a whole number from -32768 "
-               "to 32767.";
-        QTest::newRow("unreadable") << "button" << QByteArray() << "Cannot open %1: ";
-        QTest::newRow("unreadable, opened") << "opened" << QByteArray() << "Cannot open %1: ";
-        QTest::newRow("unreadable, dropped") << "dropped" << QByteArray() << "Cannot open %1: ";
-    }
-    void failedImportIsToldAndMakesNothing()
-    {
-        QFETCH(QString, road);
-        QFETCH(QByteArray, content);
-        QFETCH(QString, message);
-        const QString file = f->data.path(QStringLiteral("in.class"));
-        QVERIFY(content.isEmpty() || writeFile(file, content));
-        import(QStringLiteral("broken"), file, road);
-        QCOMPARE(f->dialogs.messages.size(), 1);
-        QVERIFY2(f->dialogs.messages[0].startsWith(message.arg(file)), qPrintable(f->dialogs.messages[0]));
-        QCOMPARE(f->main().configNames(), Listed);
-        QCOMPARE(classCount(f->data.classDb(), QStringLiteral("broken")), 0);
     }
 };
 
