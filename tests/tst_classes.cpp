@@ -41,6 +41,12 @@ struct ClassEditor : WindowFixture {
         for (int number : numbers)
             insertClass(db(), name, number, {{QStringLiteral("class_name"), QStringLiteral("C%1").arg(number)}});
     }
+    // The editor on Config, holding classes of the given numbers.
+    frmClasses& openOn(const QList<int>& numbers)
+    {
+        addConfig(Config, numbers);
+        return open(Config);
+    }
     frmClasses& open(const QString& config)
     {
         return static_cast<frmClasses&>(WindowFixture::open(Window::Classes, config));
@@ -106,34 +112,26 @@ private slots:
         }
         for (const QString& column : ticked)
             row.insert(column, 1);
-        f->addConfig(Config);
         insertClass(f->db(), Config, row.value("class_num").toInt(), row);
         f->open(Config);
         QStringList seen;
         for (const auto& [box, column] : shownBy)
             seen << box + u'=' + f->text(box);
-        for (int k = 1; k <= 21; ++k) {
-            if (k <= 8)
-                expected
-                    << QStringLiteral("Check1_%1=%2").arg(k - 1).arg(ticked.contains(QStringLiteral("i%1").arg(k)));
-            expected << QStringLiteral("special_%1=%2").arg(k - 1).arg(ticked.contains(QStringLiteral("s%1").arg(k)));
-        }
-        for (int k = 0; k < 21; ++k) {
-            if (k < 8)
-                seen << QStringLiteral("Check1_%1=%2")
-                            .arg(k)
-                            .arg(f->control<QCheckBox>(QStringLiteral("Check1_%1").arg(k))->isChecked());
-            seen << QStringLiteral("special_%1=%2")
-                        .arg(k)
-                        .arg(f->control<QCheckBox>(QStringLiteral("special_%1").arg(k))->isChecked());
+        for (int k = 1; k <= 21; ++k) { // item box k - 1 shows i<k>, ability box k - 1 shows s<k>
+            for (const auto& [box, column] : {std::pair{"Check1_", "i"}, std::pair{"special_", "s"}}) {
+                if (k > 8 && column == QLatin1String("i"))
+                    continue;
+                const QString name = box + QString::number(k - 1);
+                expected << name + u'=' + QString::number(ticked.contains(column + QString::number(k)));
+                seen << name + u'=' + QString::number(f->control<QCheckBox>(name)->isChecked());
+            }
         }
         QCOMPARE(seen, expected);
     }
 
     void captions()
     {
-        f->addConfig(Config, {1});
-        frmClasses& editor = f->open(Config);
+        frmClasses& editor = f->openOn({1});
         QCOMPARE(editor.windowTitle(), QStringLiteral("KD TARN 1 - Class Configuration"));
         QCOMPARE(f->nav().caption(), QStringLiteral("Class Def"));
         QCOMPARE(plain(f->control<QPushButton>("AddClass")->text()), QStringLiteral("Add  Class"));
@@ -180,7 +178,6 @@ private slots:
         for (int k = rows - 1; k >= 0; --k) // stored out of order
             refRows.append({qint64(1) << k, table + QString::number(k + 1), k == 1 ? secondEnabled : QVariant(1)});
         setReferenceRows(f->data.refDb(), table, refRows);
-        f->addConfig(Config);
         const QString lastColumn = table.left(1) + QString::number(boxes);
         insertClass(f->db(), Config, 1, {{lastColumn, 1}, {table.left(1) + "2", 1}});
         insertClass(f->db(), Config, 2);
@@ -223,7 +220,6 @@ private slots:
             setReferenceRows(
                 f->data.refDb(), table,
                 {{7, "Seven"}, {9, "Off", 0}, {0, "Zero"}, {3, "Three a"}, {6, "Unset", QVariant()}, {3, "Three b"}});
-        f->addConfig(Config);
         insertClass(f->db(), Config, 1, {{"w5", stored}, {"g2", stored}, {"w1", 7}});
         insertClass(f->db(), Config, 2, {{"w5", 7}, {"g2", 7}});
         f->open(Config);
@@ -282,8 +278,7 @@ private slots:
         QFETCH(QString, answer);
         QFETCH(QString, shown);
         QFETCH(QString, message);
-        f->addConfig(Config, {1, 2, 5});
-        f->open(Config);
+        f->openOn({1, 2, 5});
         f->type("fldClassName", "edited");
         QVERIFY(f->activate());
         f->dialogs.inputAnswers << answer;
@@ -299,8 +294,7 @@ private slots:
     void aMoveTheStoreCannotServeIsRefusedAndWorksLater()
     {
         f->data.state = AppState::open(f->data.dir.path(), std::chrono::milliseconds(50));
-        f->addConfig(Config, {1, 2, 3});
-        f->open(Config);
+        f->openOn({1, 2, 3});
         QVERIFY(f->nav().storeChanges()); // the slots the pickers tracked: the move has nothing to store
         Database other(f->data.path("tarn_dat.db"), Database::Open::Existing);
         other.exec("BEGIN EXCLUSIVE");
@@ -332,8 +326,7 @@ private slots:
     {
         QFETCH(QString, typed);
         QFETCH(QString, told);
-        f->addConfig(Config, {1, 2, 3});
-        f->open(Config);
+        f->openOn({1, 2, 3});
         QVERIFY(f->nav().storeChanges()); // the slots the pickers tracked
         if (!typed.isEmpty())
             f->type("fldModel", typed);
@@ -392,7 +385,6 @@ private slots:
     {
         QFETCH(QStringList, searches);
         QFETCH(QString, shown);
-        f->addConfig(Config);
         insertClass(f->db(), Config, 1, {{"class_name", "Scout"}});
         insertClass(f->db(), Config, 2, {{"class_name", "Sniper"}});
         insertClass(f->db(), Config, 3, {{"class_name", "Gunner"}});
@@ -517,8 +509,7 @@ private slots:
         QFETCH(QString, focus);
         QFETCH(QStringList, keys);
         QFETCH(QString, shown);
-        f->addConfig(Config, {1, 2, 3});
-        f->open(Config);
+        f->openOn({1, 2, 3});
         QVERIFY(f->activate());
         QWidget* target = f->control(focus);
         target->setFocus();
@@ -599,7 +590,6 @@ private slots:
         QFETCH(QString, move);
         QFETCH(QList<int>, left);
         QFETCH(QStringList, slotIds);
-        f->addConfig(Config);
         for (int number : {1, 2, 3})
             insertClass(f->db(), Config, number, {{"class_name", QStringLiteral("C%1").arg(number)}, {"w4", 99}});
         f->open(Config);
