@@ -256,39 +256,6 @@ private slots:
         QVERIFY(f->dialogs.messages.isEmpty());
     }
 
-    // Ctrl+G goes to a class by number through the navigator: the edit on show is
-    // stored on the way, and a number the set lacks is told and moves nothing.
-    void goToClassMovesThroughTheNavigator_data()
-    {
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("a number of the set") << " 5 "
-                                             << "C5|Class 3 of 3"
-                                             << "";
-        QTest::newRow("a number the set lacks") << "4"
-                                                << "edited|Class 1 of 3"
-                                                << "There is no class number \"4\" in this configuration.";
-        QTest::newRow("not a number") << "five"
-                                      << "edited|Class 1 of 3"
-                                      << "There is no class number \"five\" in this configuration.";
-    }
-    void goToClassMovesThroughTheNavigator()
-    {
-        QFETCH(QString, answer);
-        QFETCH(QString, shown);
-        QFETCH(QString, message);
-        f->openOn({1, 2, 5});
-        f->type("fldClassName", "edited");
-        QVERIFY(f->activate());
-        f->dialogs.inputAnswers << answer;
-        QTest::keySequence(f->window.get(), QKeySequence(Qt::CTRL | Qt::Key_G));
-        QCOMPARE(f->dialogs.prompts, QStringList{"Go to Class|Class number to go to:"});
-        QCOMPARE(f->shown(), shown);
-        QCOMPARE(f->dialogs.messages, message.isEmpty() ? QStringList{} : QStringList{message});
-        QCOMPARE(f->column(Config, 1, "class_name").toString(), message.isEmpty() ? "edited" : "C1");
-    }
-
     // With another program holding the store, a move is refused with the reason and the
     // editor stays on its class; once the store is free the same move works.
     void aMoveTheStoreCannotServeIsRefusedAndWorksLater()
@@ -369,35 +336,55 @@ private slots:
                  "Wrote 2 classes to " + target() + ", with 1 warning (View > Problems)");
     }
 
-    // Find goes to the next class whose name holds the text or whose number it is, from
-    // the top again past the last, storing the edit on show; no match moves nothing.
-    void findGoesToTheNextMatchingClass_data()
+    // Ctrl+G goes to a class by number, and Find to the next class whose name holds the text
+    // or whose number it is, from the top again past the last, through the navigator: the
+    // edit on show is stored on the way. A class not found is told and moves nothing.
+    void goingToAClass_data()
     {
-        QTest::addColumn<QStringList>("searches");
-        QTest::addColumn<QString>("shown"); // name, position and what the bar says
-        QTest::newRow("part of a name, case ignored") << QStringList{"UNN"} << "Gunner|Class 3 of 3|";
+        QTest::addColumn<QStringList>("command"); // Ctrl+G and its answer, or Find and its searches
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("told"); // Ctrl+G's message, or Find's bar
+        const QString noNumber = QStringLiteral("There is no class number \"%1\" in this configuration.");
+        QTest::newRow("a number of the set") << QStringList{"Ctrl+G", " 5 "} << "Gunner|Class 3 of 3"
+                                             << "";
+        QTest::newRow("a number the set lacks")
+            << QStringList{"Ctrl+G", "4"} << "edited|Class 1 of 3" << noNumber.arg(4);
+        QTest::newRow("not a number") << QStringList{"Ctrl+G", "five"} << "edited|Class 1 of 3" << noNumber.arg("five");
+        QTest::newRow("part of a name, case ignored") << QStringList{"Find", "UNN"} << "Gunner|Class 3 of 3"
+                                                      << "";
         QTest::newRow("the next match, then the first again")
-            << QStringList{"er", "er", "er"} << "Sniper|Class 2 of 3|";
-        QTest::newRow("a class number") << QStringList{"2"} << "Sniper|Class 2 of 3|";
-        QTest::newRow("no match") << QStringList{"zz"} << "edited|Class 1 of 3|No class matches \"zz\".";
+            << QStringList{"Find", "er", "er", "er"} << "Sniper|Class 2 of 3"
+            << "";
+        QTest::newRow("a class number") << QStringList{"Find", "2"} << "Sniper|Class 2 of 3"
+                                        << "";
+        QTest::newRow("no match") << QStringList{"Find", "zz"} << "edited|Class 1 of 3"
+                                  << "No class matches \"zz\".";
     }
-    void findGoesToTheNextMatchingClass()
+    void goingToAClass()
     {
-        QFETCH(QStringList, searches);
+        QFETCH(QStringList, command);
         QFETCH(QString, shown);
-        insertClass(f->db(), Config, 1, {{"class_name", "Scout"}});
-        insertClass(f->db(), Config, 2, {{"class_name", "Sniper"}});
-        insertClass(f->db(), Config, 3, {{"class_name", "Gunner"}});
+        QFETCH(QString, told);
+        for (const auto& [number, name] : {std::pair{1, "Scout"}, {2, "Sniper"}, {5, "Gunner"}})
+            insertClass(f->db(), Config, number, {{"class_name", name}});
         f->open(Config);
         f->type("fldClassName", "edited");
-        f->trigger("mnuFindClass");
-        for (const QString& search : searches) {
-            QLineEdit* box = f->control<QLineEdit>("findBox");
-            box->setText(search);
-            QTest::keyClick(box, Qt::Key_Return);
+        if (command.takeFirst() == "Ctrl+G") {
+            QVERIFY(f->activate());
+            f->dialogs.inputAnswers << command;
+            QTest::keySequence(f->window.get(), QKeySequence(Qt::CTRL | Qt::Key_G));
+            QCOMPARE(f->dialogs.prompts, QStringList{"Go to Class|Class number to go to:"});
+            QCOMPARE(f->dialogs.messages.value(0), told);
+        } else {
+            f->trigger("mnuFindClass");
+            for (const QString& search : command) {
+                f->box("findBox")->setText(search);
+                QTest::keyClick(f->box("findBox"), Qt::Key_Return);
+            }
+            QCOMPARE(f->control<QLabel>("lblFind")->text(), told);
         }
-        QCOMPARE(f->shown() + u'|' + f->control<QLabel>("lblFind")->text(), shown);
-        QCOMPARE(f->column(Config, 1, "class_name").toString(), shown.contains("No class") ? "Scout" : "edited");
+        QCOMPARE(f->shown(), shown);
+        QCOMPARE(f->column(Config, 1, "class_name").toString(), told.isEmpty() ? "edited" : "Scout");
     }
 
     // Undo Delete Class brings back the classes deleted in this window, the last first,
