@@ -24,16 +24,8 @@ namespace
 // The reference table a window edits.
 QString tableOf(Window window)
 {
-    switch (window) {
-    case Window::Weapons:
-        return QStringLiteral("weapon");
-    case Window::Grenades:
-        return QStringLiteral("grenade");
-    case Window::Items:
-        return QStringLiteral("item");
-    default:
-        return QStringLiteral("special");
-    }
+    using enum Window;
+    return window == Weapons ? "weapon" : window == Grenades ? "grenade" : window == Items ? "item" : "special";
 }
 
 // A reference editor on enabled rows of the given ids, stored in that order and named "Row <id>".

@@ -22,23 +22,18 @@ namespace
 
 std::unique_ptr<QWidget> build(Window which, AppState& state, Dialogs& dialogs)
 {
-    switch (which) {
-    case Window::Config:
+    using enum Window;
+    if (which == Config)
         return std::make_unique<frmConfig>(state, dialogs);
-    case Window::Classes:
+    if (which == Classes)
         return std::make_unique<frmClasses>(state, dialogs);
-    case Window::Weapons:
-        return createReferenceWindow(ReferenceTable::Weapons, state, dialogs, nullptr);
-    case Window::Grenades:
-        return createReferenceWindow(ReferenceTable::Grenades, state, dialogs, nullptr);
-    case Window::Items:
-        return createReferenceWindow(ReferenceTable::Items, state, dialogs, nullptr);
-    case Window::Special:
-        return createReferenceWindow(ReferenceTable::Special, state, dialogs, nullptr);
-    case Window::About:
+    if (which == About)
         return std::make_unique<frmAbout>();
-    }
-    return nullptr;
+    const ReferenceTable table = which == Weapons    ? ReferenceTable::Weapons
+                                 : which == Grenades ? ReferenceTable::Grenades
+                                 : which == Items    ? ReferenceTable::Items
+                                                     : ReferenceTable::Special;
+    return createReferenceWindow(table, state, dialogs, nullptr);
 }
 
 } // namespace
