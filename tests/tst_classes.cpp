@@ -1,26 +1,19 @@
-// The class editor: its window and load, the pickers following the rows, storing,
-// Add Class and Delete Class, text its columns can't hold, and its class file export.
-#include "classes/ClassBindings.h"
+// The class editor: its window and load, the pickers following the rows, Add Class and
+// Delete Class, moving through the classes, its panels, and its class file export.
 #include "classes/frmClasses.h"
-#include "config/frmConfig.h"
-#include "core/AppState.h"
 #include "store/Configurations.h"
 #include "store/Database.h"
-#include "store/Schema.h"
-#include "support/ScriptedDialogs.h"
 #include "support/TestSet.h"
-#include "support/TestSupport.h"
+#include "support/WindowFixture.h"
 #include "toolkit/DataControl.h"
 
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDockWidget>
 #include <QFile>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -38,78 +31,47 @@ namespace
 const QString Config = QStringLiteral("Class Test");
 const QString NoClassLeft = QStringLiteral("You should add a new class before changing any fields");
 
-// A fresh data directory, scripted dialogs and the class editor opened on it.
-struct ClassEditorFixture {
-    TempData data;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<frmClasses> editor;
-
-    void setReference(const QString& table, const QList<RefRow>& rows) { setReferenceRows(data.refDb(), table, rows); }
-    void addClass(const QString& config, int number, const QVariantMap& columns = {})
-    {
-        insertClass(data.classDb(), config, number, columns);
-    }
-
-    // A new configuration holding classes of the given numbers.
+// The class editor on a fresh data directory, and the class rows it is tested on.
+struct ClassEditor : WindowFixture {
+    Database& db() { return data.classDb(); }
+    // A new configuration holding classes of the given numbers, named "C<number>".
     void addConfig(const QString& name, const QList<int>& numbers = {})
     {
-        addConfiguration(data.classDb(), name);
+        addConfiguration(db(), name);
         for (int number : numbers)
-            addClass(name, number, {{QStringLiteral("class_name"), QStringLiteral("C%1").arg(number)}});
+            insertClass(db(), name, number, {{QStringLiteral("class_name"), QStringLiteral("C%1").arg(number)}});
     }
-
+    // The editor on Config, holding classes of the given numbers.
+    frmClasses& openOn(const QList<int>& numbers)
+    {
+        addConfig(Config, numbers);
+        return open(Config);
+    }
     frmClasses& open(const QString& config)
     {
-        data.state->currentConfig = config;
-        editor = std::make_unique<frmClasses>(*data.state, dialogs);
-        editor->show();
-        return *editor;
+        return static_cast<frmClasses&>(WindowFixture::open(Window::Classes, config));
     }
-
-    template <typename T = QWidget> T* control(const QString& name)
-    {
-        T* found = editor->findChild<T*>(name);
-        if (!found)
-            qFatal("no control %s", qPrintable(name));
-        return found;
-    }
-    QLineEdit* box(const QString& name) { return control<QLineEdit>(name); }
-    QComboBox* picker(const QString& name) { return control<QComboBox>(name); }
-    DataControl& nav() { return *control<DataControl>(QStringLiteral("dbClassDef")); }
-    void press(const char* button) { QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton); }
-
-    // Chooses a picker entry as the author does, through the keyboard.
-    void choose(const QString& pickerName, int index)
-    {
-        QComboBox* combo = picker(pickerName);
-        while (combo->currentIndex() != index)
-            QTest::keyClick(combo, combo->currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
-    }
-
-    // Replaces the text of a box as the author types it.
-    void type(const QString& boxName, const QString& text)
-    {
-        QLineEdit* edit = box(boxName);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-        if (text.isEmpty())
-            QTest::keyClick(edit, Qt::Key_Delete);
-    }
-
     QVariant column(const QString& config, int number, const QString& column)
     {
-        return data.classDb().scalar(
+        return db().scalar(
             QStringLiteral("select %1 from classdef where package_name = ? and class_num = ?").arg(column),
             {config, number});
     }
-
     QList<int> classNumbers(const QString& config)
     {
         QList<int> numbers;
-        for (const QString& number : rowsOf(
-                 data.classDb(), "select class_num from classdef where package_name = ? order by class_num", {config}))
+        for (const QString& number :
+             rowsOf(db(), "select class_num from classdef where package_name = ? order by class_num", {config}))
             numbers << number.toInt();
         return numbers;
+    }
+    QString shown() { return text("fldClassName") + u'|' + control<QLabel>("lblPosition")->text(); }
+    // The editor on "Test Set", whose class file is in tests/data, with Mod ID 12.
+    void openTestSet()
+    {
+        insertTestSet(db());
+        data.state->modId = QStringLiteral("12");
+        open(QStringLiteral("Test Set"));
     }
 };
 
@@ -119,58 +81,57 @@ class ClassEditorTest : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<ClassEditorFixture> f;
-
-    // Leaves the class on show the way a test row names; true when it was left.
-    bool leave(const QString& how)
-    {
-        if (how == "move")
-            return f->nav().moveNext();
-        if (how == "close")
-            return f->editor->close();
-        if (how == "Esc" || how == "Ctrl+W") {
-            f->editor->activateWindow();
-            if (!QTest::qWaitForWindowActive(f->editor.get()))
-                return false;
-            QTest::keySequence(f->editor.get(), QKeySequence(how));
-            return !f->editor->isVisible();
-        }
-        const int before = f->nav().recordCount();
-        f->press("AddClass");
-        return f->nav().recordCount() == before + 1;
-    }
+    std::unique_ptr<ClassEditor> f;
 
     QString target() { return f->data.path(QStringLiteral("out.class")); }
-    void save(const char* action, const QString& file)
+    void save(const QString& action, const QString& file)
     {
         f->dialogs.fileAnswers << file;
-        f->editor->findChild<QAction*>(action)->trigger();
-    }
-    // The editor on "Test Set", whose class file is in tests/data, with Mod ID 12.
-    void openTestSet()
-    {
-        insertTestSet(f->data.classDb());
-        f->data.state->modId = QStringLiteral("12");
-        f->open(QStringLiteral("Test Set"));
+        f->trigger(action);
     }
 
 private slots:
-    void init() { f = std::make_unique<ClassEditorFixture>(); }
+    void init() { f = std::make_unique<ClassEditor>(); }
 
-    // Every column but i9 has one bound control; the captions are the system's own.
-    void bindingsAndCaptions()
+    // Each box shows its own column: a class whose every column holds a value of its own,
+    // and a pattern of ticks no shift repeats.
+    void eachControlShowsItsOwnColumn()
     {
-        f->addConfig(Config, {1});
-        frmClasses& editor = f->open(Config);
-        for (const ClassBinding& binding : classBindings())
-            f->control(binding.control); // fails the test when the control is missing
-        QStringList expected = schema::classColumnNames();
-        expected.removeAll(QStringLiteral("i9"));
-        QStringList bound = f->nav().boundColumns();
-        expected.sort();
-        bound.sort();
-        QCOMPARE(bound, expected);
+        const QList<std::pair<QString, QString>> shownBy{
+            {"fldClassName", "class_name"}, {"fldModel", "model_name"},  {"fldSkin1", "skin_name1"},
+            {"fldSkin2", "skin_name2"},     {"Text1", "class_num"},      {"fldArmor", "max_armor"},
+            {"fldSpeed", "max_speed"},      {"fldHealth", "max_health"}, {"fldDecoySkin", "decoyskin"},
+            {"maxbullets", "maxbullets"},   {"maxshells", "maxshells"},  {"maxrockets", "maxrockets"},
+            {"maxgrenades", "maxgrenades"}, {"maxcells", "maxcells"},    {"maxslugs", "maxslugs"}};
+        const QStringList ticked{"i1", "i2", "i4", "i7", "s1", "s3", "s4", "s8", "s13", "s20"};
+        QVariantMap row;
+        QStringList expected;
+        for (const auto& [box, column] : shownBy) {
+            row.insert(column, 11 + row.size());
+            expected << box + u'=' + row.value(column).toString();
+        }
+        for (const QString& column : ticked)
+            row.insert(column, 1);
+        insertClass(f->db(), Config, row.value("class_num").toInt(), row);
+        f->open(Config);
+        QStringList seen;
+        for (const auto& [box, column] : shownBy)
+            seen << box + u'=' + f->text(box);
+        for (int k = 1; k <= 21; ++k) { // item box k - 1 shows i<k>, ability box k - 1 shows s<k>
+            for (const auto& [box, column] : {std::pair{"Check1_", "i"}, std::pair{"special_", "s"}}) {
+                if (k > 8 && column == QLatin1String("i"))
+                    continue;
+                const QString name = box + QString::number(k - 1);
+                expected << name + u'=' + QString::number(ticked.contains(column + QString::number(k)));
+                seen << name + u'=' + QString::number(f->control<QCheckBox>(name)->isChecked());
+            }
+        }
+        QCOMPARE(seen, expected);
+    }
 
+    void captions()
+    {
+        frmClasses& editor = f->openOn({1});
         QCOMPARE(editor.windowTitle(), QStringLiteral("KD TARN 1 - Class Configuration"));
         QCOMPARE(f->nav().caption(), QStringLiteral("Class Def"));
         QCOMPARE(plain(f->control<QPushButton>("AddClass")->text()), QStringLiteral("Add  Class"));
@@ -216,11 +177,10 @@ private slots:
         QList<RefRow> refRows;
         for (int k = rows - 1; k >= 0; --k) // stored out of order
             refRows.append({qint64(1) << k, table + QString::number(k + 1), k == 1 ? secondEnabled : QVariant(1)});
-        f->setReference(table, refRows);
-        f->addConfig(Config);
+        setReferenceRows(f->data.refDb(), table, refRows);
         const QString lastColumn = table.left(1) + QString::number(boxes);
-        f->addClass(Config, 1, {{lastColumn, 1}, {table.left(1) + "2", 1}});
-        f->addClass(Config, 2);
+        insertClass(f->db(), Config, 1, {{lastColumn, 1}, {table.left(1) + "2", 1}});
+        insertClass(f->db(), Config, 2);
         f->open(Config);
         QVERIFY(f->nav().moveNext()); // greyed stays greyed from row to row
         QVERIFY(f->nav().moveFirst());
@@ -236,7 +196,7 @@ private slots:
         QVERIFY(f->control<QCheckBox>(boxName + "1")->isChecked());
         QVERIFY(f->control<QCheckBox>(boxName + QString::number(boxes - 1))->isChecked());
         f->type(QStringLiteral("fldClassName"), QStringLiteral("renamed"));
-        QVERIFY(f->editor->close());
+        QVERIFY(f->window->close());
         QCOMPARE(f->column(Config, 1, lastColumn).toInt(), 1);
     }
 
@@ -257,12 +217,11 @@ private slots:
         QFETCH(int, position);
         QFETCH(QString, hidden);
         for (const QString table : {"weapon", "grenade"})
-            f->setReference(
-                table,
+            setReferenceRows(
+                f->data.refDb(), table,
                 {{7, "Seven"}, {9, "Off", 0}, {0, "Zero"}, {3, "Three a"}, {6, "Unset", QVariant()}, {3, "Three b"}});
-        f->addConfig(Config);
-        f->addClass(Config, 1, {{"w5", stored}, {"g2", stored}, {"w1", 7}});
-        f->addClass(Config, 2, {{"w5", 7}, {"g2", 7}});
+        insertClass(f->db(), Config, 1, {{"w5", stored}, {"g2", stored}, {"w1", 7}});
+        insertClass(f->db(), Config, 2, {{"w5", 7}, {"g2", 7}});
         f->open(Config);
         for (const QString name : {"w2", "w10", "g1", "g3"}) {
             QStringList entries;
@@ -273,8 +232,8 @@ private slots:
         QVERIFY(f->picker("w2")->isEditable());
         QCOMPARE(f->picker("w5")->currentIndex(), position);
         QCOMPARE(f->picker("g2")->currentIndex(), position);
-        QCOMPARE(f->box("dw5")->text(), hidden);
-        QCOMPARE(f->box("dg2")->text(), hidden);
+        QCOMPARE(f->text("dw5"), hidden);
+        QCOMPARE(f->text("dg2"), hidden);
         QCOMPARE(f->column(Config, 1, "w5").toString(), stored.toString()); // looking alone stores nothing
         QVERIFY(f->nav().moveNext());
         QCOMPARE(f->picker("w5")->currentIndex(), 3);
@@ -285,102 +244,16 @@ private slots:
 
     void withNoEnabledWeaponTheSlotsKeepTheirIds()
     {
-        f->setReference("weapon", {{4, "Off", 0}});
+        setReferenceRows(f->data.refDb(), "weapon", {{4, "Off", 0}});
         f->addConfig(Config, {1, 2});
-        f->addClass(Config, 3, {{"w2", 4}});
+        insertClass(f->db(), Config, 3, {{"w2", 4}});
         f->open(Config);
         QVERIFY(f->nav().moveLast());
         QCOMPARE(f->picker("w2")->count(), 0);
-        QCOMPARE(f->box("dw2")->text(), QStringLiteral("4"));
+        QCOMPARE(f->text("dw2"), QStringLiteral("4"));
         QVERIFY(f->nav().moveFirst());
         QCOMPARE(f->column(Config, 3, "w2").toInt(), 4);
         QVERIFY(f->dialogs.messages.isEmpty());
-    }
-
-    void openingThroughTheConfigurationWindow()
-    {
-        f->addConfig(Config, {4});
-        frmConfig config(*f->data.state, f->dialogs);
-        config.findChild<QListWidget*>("classlist")->setCurrentRow(int(config.configNames().indexOf(Config)));
-        QString seen;
-        f->dialogs.onModal = [&](QWidget& window) {
-            seen = window.objectName() + u'|' + window.windowTitle() + u'|' +
-                   window.findChild<QLabel*>("Label31")->text() + u'|' +
-                   window.findChild<QLineEdit*>("fldClassName")->text() + u'|' + (f->dialogs.busy ? "busy" : "idle");
-        };
-        QTest::mouseClick(config.findChild<QPushButton*>("btEdit"), Qt::LeftButton);
-        QCOMPARE(seen, "frmClasses|KD TARN 1 - Class Configuration|" + Config + "|C4|idle");
-        QCOMPARE(f->dialogs.modalWindows, QStringList{"frmClasses"});
-    }
-    void editsAreStoredWhenTheClassIsLeft_data()
-    {
-        QTest::addColumn<QString>("how");
-        QTest::newRow("navigator") << "move";
-        QTest::newRow("closing the window") << "close";
-        QTest::newRow("Esc") << "Esc";
-        QTest::newRow("Ctrl+W") << "Ctrl+W";
-        QTest::newRow("Add Class") << "add";
-    }
-    void editsAreStoredWhenTheClassIsLeft()
-    {
-        QFETCH(QString, how);
-        f->addConfig(Config, {1, 2});
-        f->open(Config);
-        f->type("fldClassName", "Sniper");
-        f->type("maxshells", "");
-        f->type("fldDecoySkin", "-3");
-        QTest::mouseClick(f->control<QCheckBox>("special_4"), Qt::LeftButton, {}, QPoint(6, 9));
-        f->choose("w4", 3);
-        f->choose("g2", 1);
-        QLineEdit* typedIn = f->picker("w2")->lineEdit(); // typing in a picker chooses nothing
-        typedIn->selectAll();
-        QTest::keyClicks(typedIn, "Railgun");
-        QTest::keyClick(typedIn, Qt::Key_Return);
-        QCOMPARE(f->box("dw2")->text(), QStringLiteral("0"));
-        QCOMPARE(f->column(Config, 1, "class_name").toString(), QStringLiteral("C1")); // nothing stored yet
-        QVERIFY(leave(how));
-        // The default pickers hold the ids 0, 2, 3, 4, ...
-        QCOMPARE(rowsOf(f->data.classDb(),
-                        "select class_name, maxshells, decoyskin, s5, w4, g2, w1, w2 from classdef "
-                        "where package_name = ? and class_num = 1",
-                        {Config}),
-                 QStringList{"Sniper|<null>|-3|1|4|1|<null>|0"});
-        QVERIFY(f->dialogs.messages.isEmpty());
-    }
-
-    // Ctrl+G goes to a class by number through the navigator: the edit on show is
-    // stored on the way, and a number the set lacks is told and moves nothing.
-    void goToClassMovesThroughTheNavigator_data()
-    {
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("a number of the set") << " 5 "
-                                             << "C5|Class 3 of 3"
-                                             << "";
-        QTest::newRow("a number the set lacks") << "4"
-                                                << "edited|Class 1 of 3"
-                                                << "There is no class number \"4\" in this configuration.";
-        QTest::newRow("not a number") << "five"
-                                      << "edited|Class 1 of 3"
-                                      << "There is no class number \"five\" in this configuration.";
-    }
-    void goToClassMovesThroughTheNavigator()
-    {
-        QFETCH(QString, answer);
-        QFETCH(QString, shown);
-        QFETCH(QString, message);
-        f->addConfig(Config, {1, 2, 5});
-        f->open(Config);
-        f->type("fldClassName", "edited");
-        f->editor->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(f->editor.get()));
-        f->dialogs.inputAnswers << answer;
-        QTest::keySequence(f->editor.get(), QKeySequence(Qt::CTRL | Qt::Key_G));
-        QCOMPARE(f->dialogs.prompts, QStringList{"Go to Class|Class number to go to:"});
-        QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text(), shown);
-        QCOMPARE(f->dialogs.messages, message.isEmpty() ? QStringList{} : QStringList{message});
-        QCOMPARE(f->column(Config, 1, "class_name").toString(), message.isEmpty() ? "edited" : "C1");
     }
 
     // With another program holding the store, a move is refused with the reason and the
@@ -388,21 +261,19 @@ private slots:
     void aMoveTheStoreCannotServeIsRefusedAndWorksLater()
     {
         f->data.state = AppState::open(f->data.dir.path(), std::chrono::milliseconds(50));
-        f->addConfig(Config, {1, 2, 3});
-        f->open(Config);
+        f->openOn({1, 2, 3});
         QVERIFY(f->nav().storeChanges()); // the slots the pickers tracked: the move has nothing to store
         Database other(f->data.path("tarn_dat.db"), Database::Open::Existing);
         other.exec("BEGIN EXCLUSIVE");
-        f->editor->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(f->editor.get()));
-        QTest::keySequence(f->editor.get(), QKeySequence(Qt::CTRL | Qt::Key_PageDown));
+        QVERIFY(f->activate());
+        QTest::keySequence(f->window.get(), QKeySequence(Qt::CTRL | Qt::Key_PageDown));
         QCOMPARE(f->dialogs.messages.size(), 1);
         QVERIFY2(f->dialogs.messages.first().contains("is busy"), qPrintable(f->dialogs.messages.first()));
-        QVERIFY(f->editor->isVisible());
-        QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text(), "C1|Class 1 of 3");
+        QVERIFY(f->window->isVisible());
+        QCOMPARE(f->shown(), "C1|Class 1 of 3");
         other.exec("COMMIT");
-        QTest::keySequence(f->editor.get(), QKeySequence(Qt::CTRL | Qt::Key_PageDown));
-        QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text(), "C2|Class 2 of 3");
+        QTest::keySequence(f->window.get(), QKeySequence(Qt::CTRL | Qt::Key_PageDown));
+        QCOMPARE(f->shown(), "C2|Class 2 of 3");
     }
 
     // Another program deletes the configuration under the open editor: the edit just typed
@@ -422,8 +293,7 @@ private slots:
     {
         QFETCH(QString, typed);
         QFETCH(QString, told);
-        f->addConfig(Config, {1, 2, 3});
-        f->open(Config);
+        f->openOn({1, 2, 3});
         QVERIFY(f->nav().storeChanges()); // the slots the pickers tracked
         if (!typed.isEmpty())
             f->type("fldModel", typed);
@@ -439,7 +309,7 @@ private slots:
         QCOMPARE(f->dialogs.messages.last(), "There is no configuration named \"" + Config +
                                                  "\" (another program may have deleted it); nothing was written.");
         QCOMPARE(readFile(target()), "old");
-        QVERIFY(f->editor->close());
+        QVERIFY(f->window->close());
     }
 
     // The problems of the class on show stand in the status bar, those of the whole
@@ -447,86 +317,103 @@ private slots:
     // tells how many warnings the file carries.
     void problemsAreToldWithoutADialog()
     {
-        insertTestSet(f->data.classDb());
-        f->data.classDb().exec("update classdef set maxcells = null where class_num = 5");
+        insertTestSet(f->db());
+        f->db().exec("update classdef set maxcells = null where class_num = 5");
         f->open(QStringLiteral("Test Set"));
         auto* line = f->control<QLabel>("lblProblems");
         QCOMPARE(line->text(), QString());
-        f->editor->findChild<QAction*>("mnuViewProblems")->trigger();
+        f->trigger("mnuViewProblems");
         auto* list = f->control<QListWidget>("lstProblems");
         const QString problem = "warning: \"Test Set\", class 5 \"Gunner\", cells limit: empty: the class file gets "
                                 "an empty field here, and will not read back";
         QCOMPARE(list->count(), 1);
         QCOMPARE(list->item(0)->text(), problem);
         emit list->itemActivated(list->item(0));
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner"));
+        QCOMPARE(f->text("fldClassName"), QStringLiteral("Gunner"));
         QCOMPARE(line->text() + u'|' + line->toolTip(), "1 problem: cells limit|" + problem);
         save("mnuSaveAs", target());
-        QCOMPARE(f->editor->statusBar()->currentMessage(),
+        QCOMPARE(f->as<frmClasses>().statusBar()->currentMessage(),
                  "Wrote 2 classes to " + target() + ", with 1 warning (View > Problems)");
     }
 
-    // Find goes to the next class whose name holds the text or whose number it is, from
-    // the top again past the last, storing the edit on show; no match moves nothing.
-    void findGoesToTheNextMatchingClass_data()
+    // Ctrl+G goes to a class by number, and Find to the next class whose name holds the text
+    // or whose number it is, from the top again past the last, through the navigator: the
+    // edit on show is stored on the way. A class not found is told and moves nothing.
+    void goingToAClass_data()
     {
-        QTest::addColumn<QStringList>("searches");
-        QTest::addColumn<QString>("shown"); // name, position and what the bar says
-        QTest::newRow("part of a name, case ignored") << QStringList{"UNN"} << "Gunner|Class 3 of 3|";
+        QTest::addColumn<QStringList>("command"); // Ctrl+G and its answer, or Find and its searches
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("told"); // Ctrl+G's message, or Find's bar
+        const QString noNumber = QStringLiteral("There is no class number \"%1\" in this configuration.");
+        QTest::newRow("a number of the set") << QStringList{"Ctrl+G", " 5 "} << "Gunner|Class 3 of 3"
+                                             << "";
+        QTest::newRow("a number the set lacks")
+            << QStringList{"Ctrl+G", "4"} << "edited|Class 1 of 3" << noNumber.arg(4);
+        QTest::newRow("not a number") << QStringList{"Ctrl+G", "five"} << "edited|Class 1 of 3" << noNumber.arg("five");
+        QTest::newRow("part of a name, case ignored") << QStringList{"Find", "UNN"} << "Gunner|Class 3 of 3"
+                                                      << "";
         QTest::newRow("the next match, then the first again")
-            << QStringList{"er", "er", "er"} << "Sniper|Class 2 of 3|";
-        QTest::newRow("a class number") << QStringList{"2"} << "Sniper|Class 2 of 3|";
-        QTest::newRow("no match") << QStringList{"zz"} << "edited|Class 1 of 3|No class matches \"zz\".";
+            << QStringList{"Find", "er", "er", "er"} << "Sniper|Class 2 of 3"
+            << "";
+        QTest::newRow("a class number") << QStringList{"Find", "2"} << "Sniper|Class 2 of 3"
+                                        << "";
+        QTest::newRow("no match") << QStringList{"Find", "zz"} << "edited|Class 1 of 3"
+                                  << "No class matches \"zz\".";
     }
-    void findGoesToTheNextMatchingClass()
+    void goingToAClass()
     {
-        QFETCH(QStringList, searches);
+        QFETCH(QStringList, command);
         QFETCH(QString, shown);
-        f->addConfig(Config);
-        f->addClass(Config, 1, {{"class_name", "Scout"}});
-        f->addClass(Config, 2, {{"class_name", "Sniper"}});
-        f->addClass(Config, 3, {{"class_name", "Gunner"}});
+        QFETCH(QString, told);
+        for (const auto& [number, name] : {std::pair{1, "Scout"}, {2, "Sniper"}, {5, "Gunner"}})
+            insertClass(f->db(), Config, number, {{"class_name", name}});
         f->open(Config);
         f->type("fldClassName", "edited");
-        f->editor->findChild<QAction*>("mnuFindClass")->trigger();
-        for (const QString& search : searches) {
-            QLineEdit* box = f->control<QLineEdit>("findBox");
-            box->setText(search);
-            QTest::keyClick(box, Qt::Key_Return);
+        if (command.takeFirst() == "Ctrl+G") {
+            QVERIFY(f->activate());
+            f->dialogs.inputAnswers << command;
+            QTest::keySequence(f->window.get(), QKeySequence(Qt::CTRL | Qt::Key_G));
+            QCOMPARE(f->dialogs.prompts, QStringList{"Go to Class|Class number to go to:"});
+            QCOMPARE(f->dialogs.messages.value(0), told);
+        } else {
+            f->trigger("mnuFindClass");
+            for (const QString& search : command) {
+                f->box("findBox")->setText(search);
+                QTest::keyClick(f->box("findBox"), Qt::Key_Return);
+            }
+            QCOMPARE(f->control<QLabel>("lblFind")->text(), told);
         }
-        QCOMPARE(f->box("fldClassName")->text() + u'|' + f->control<QLabel>("lblPosition")->text() + u'|' +
-                     f->control<QLabel>("lblFind")->text(),
-                 shown);
-        QCOMPARE(f->column(Config, 1, "class_name").toString(), shown.contains("No class") ? "Scout" : "edited");
+        QCOMPARE(f->shown(), shown);
+        QCOMPARE(f->column(Config, 1, "class_name").toString(), told.isEmpty() ? "edited" : "Scout");
     }
 
     // Undo Delete Class brings back the classes deleted in this window, the last first,
     // with every column as it was stored.
     void undoDeleteClassBringsBackEveryColumn()
     {
-        insertTestSet(f->data.classDb());
+        insertTestSet(f->db());
         const QString rows = "select * from classdef where package_name = 'Test Set' order by class_num";
-        const QStringList before = rowsOf(f->data.classDb(), rows);
+        const QStringList before = rowsOf(f->db(), rows);
         f->open(QStringLiteral("Test Set"));
         QVERIFY(f->nav().moveLast());
         f->press("Command1");
         f->press("Command1");
-        QCOMPARE(classCount(f->data.classDb(), "Test Set"), 0);
-        QAction* undo = f->editor->findChild<QAction*>("mnuUndoDeleteClass");
+        QCOMPARE(classCount(f->db(), "Test Set"), 0);
+        QAction* undo = f->window->findChild<QAction*>("mnuUndoDeleteClass");
         undo->trigger();
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Light Scout"));
+        QCOMPARE(f->text("fldClassName"), QStringLiteral("Light Scout"));
         undo->trigger();
         QVERIFY(!undo->isEnabled());
-        QCOMPARE(rowsOf(f->data.classDb(), rows), before);
+        QCOMPARE(rowsOf(f->db(), rows), before);
     }
 
     // The class list shows every class; a click goes there through the navigator, storing
     // the edit on show, and the list follows the edit.
     void aClickInTheClassListMovesAndStores()
     {
-        insertTestSet(f->data.classDb());
+        insertTestSet(f->db());
         f->open(QStringLiteral("Test Set"));
-        f->editor->findChild<QAction*>("mnuViewClassList")->trigger();
+        f->trigger("mnuViewClassList");
         auto* list = f->control<QTableView>("tblClasses");
         QCOMPARE(list->model()->rowCount(), 2);
         QCOMPARE(list->model()->index(1, 1).data().toString() + u'|' + list->model()->index(1, 6).data().toString(),
@@ -534,7 +421,7 @@ private slots:
         f->type("fldClassName", "Scout");
         list->sortByColumn(1, Qt::AscendingOrder); // the view's own order, by name: Gunner first
         emit list->clicked(list->model()->index(0, 1));
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner"));
+        QCOMPARE(f->text("fldClassName"), QStringLiteral("Gunner"));
         QCOMPARE(f->column("Test Set", 1, "class_name").toString(), QStringLiteral("Scout"));
         QCOMPARE(list->model()->index(1, 1).data().toString(), QStringLiteral("Scout"));
         QCOMPARE(list->selectionModel()->selectedRows().value(0).row(), 0); // the class on show
@@ -553,8 +440,8 @@ private slots:
             return docks.join(u' ');
         };
         QCOMPARE(shown(), "0 0 0");
-        f->editor->findChild<QAction*>("mnuViewClassList")->trigger();
-        QVERIFY(f->editor->close());
+        f->trigger("mnuViewClassList");
+        QVERIFY(f->window->close());
         f->open(Config);
         QCOMPARE(shown(), "0 1 0");
     }
@@ -570,10 +457,10 @@ private slots:
     void thePreviewIsWhatTheExportWrites()
     {
         QFETCH(bool, protect);
-        insertTestSet(f->data.classDb());
+        insertTestSet(f->db());
         f->data.state->modId = QStringLiteral("12");
         f->open(QStringLiteral("Test Set"));
-        f->editor->findChild<QAction*>("mnuViewPreview")->trigger();
+        f->trigger("mnuViewPreview");
         f->control<QCheckBox>("chkPreviewProtected")->setChecked(protect);
         const QString file = testDataPath(protect ? "test_set_protected.class" : "test_set_unprotected.class");
         QByteArrayList lines = readFile(file).split('\n').mid(2, 7); // the first class
@@ -609,60 +496,17 @@ private slots:
         QFETCH(QString, focus);
         QFETCH(QStringList, keys);
         QFETCH(QString, shown);
-        f->addConfig(Config, {1, 2, 3});
-        f->open(Config);
-        f->editor->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(f->editor.get()));
+        f->openOn({1, 2, 3});
+        QVERIFY(f->activate());
         QWidget* target = f->control(focus);
         target->setFocus();
         if (auto* picker = qobject_cast<QComboBox*>(target)) {
             picker->showPopup();
             QTRY_VERIFY(QApplication::activePopupWidget());
         }
-        for (const QString& key : keys) { // as the window system delivers them
-            const QKeyCombination combination = QKeySequence(key)[0];
-            QTest::keyClick(QApplication::activePopupWidget() ? QApplication::activePopupWidget()->windowHandle()
-                                                              : f->editor->windowHandle(),
-                            combination.key(), combination.keyboardModifiers());
-        }
-        QCOMPARE(f->editor->isVisible() ? f->control<QLabel>("lblPosition")->text() : "closed", shown);
-    }
-
-    void aNumberBoxRefusesWhatItsColumnCannotHold_data()
-    {
-        QTest::addColumn<QString>("boxName");
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("how");
-        const std::array<std::array<const char*, 4>, 3> rows{{{"Text1", "Class Num", "two", "move"},
-                                                              {"fldSpeed", "Max Speed", "40000", "Esc"},
-                                                              {"fldDecoySkin", "Decoy Skin # (blue)", "1.5", "add"}}};
-        for (const auto& [box, field, text, how] : rows)
-            QTest::addRow("%s \"%s\", %s", field, text, how) << box << field << text << how;
-    }
-    void aNumberBoxRefusesWhatItsColumnCannotHold()
-    {
-        QFETCH(QString, boxName);
-        QFETCH(QString, field);
-        QFETCH(QString, text);
-        QFETCH(QString, how);
-        f->addConfig(Config, {1, 2});
-        f->open(Config);
-        f->type("fldClassName", "kept");
-        f->type(boxName, text);
-        QVERIFY(!leave(how));
-        QCOMPARE(f->dialogs.messages.size(), 1);
-        QVERIFY2(f->dialogs.messages[0].startsWith(field + " cannot be \"" + text + "\""),
-                 qPrintable(f->dialogs.messages[0]));
-        QCOMPARE(f->box(boxName)->text() + u'|' + f->box("fldClassName")->text(), text + "|kept");
-        QCOMPARE(f->classNumbers(Config), QList<int>({1, 2}));
-        QCOMPARE(f->column(Config, 1, "class_name").toString(), QStringLiteral("C1"));
-        QVERIFY(f->editor->isVisible());
-
-        f->type(boxName, "12");
-        QVERIFY(leave(how));
-        QCOMPARE(f->column(Config, boxName == "Text1" ? 12 : 1, "class_name").toString(), QStringLiteral("kept"));
-        QCOMPARE(f->dialogs.messages.size(), 1);
+        for (const QString& key : keys)
+            f->keys(QKeySequence(key));
+        QCOMPARE(f->window->isVisible() ? f->control<QLabel>("lblPosition")->text() : "closed", shown);
     }
 
     // The highest number is read before the edits on show are stored: a number just
@@ -712,7 +556,7 @@ private slots:
         }
         const int added = name.sliced(QStringLiteral("Class #").size()).trimmed().toInt();
         QCOMPARE(f->column(Config, added, "class_name").toString(), name);
-        QCOMPARE(f->box("Text1")->text() + u'|' + f->box("fldClassName")->text(), QString::number(added) + u'|' + name);
+        QCOMPARE(f->text("Text1") + u'|' + f->text("fldClassName"), QString::number(added) + u'|' + name);
         QVERIFY(f->dialogs.messages.isEmpty());
     }
 
@@ -733,9 +577,8 @@ private slots:
         QFETCH(QString, move);
         QFETCH(QList<int>, left);
         QFETCH(QStringList, slotIds);
-        f->addConfig(Config);
         for (int number : {1, 2, 3})
-            f->addClass(Config, number, {{"class_name", QStringLiteral("C%1").arg(number)}, {"w4", 99}});
+            insertClass(f->db(), Config, number, {{"class_name", QStringLiteral("C%1").arg(number)}, {"w4", 99}});
         f->open(Config);
         if (!move.isEmpty())
             QVERIFY(move == "next" ? f->nav().moveNext() : f->nav().moveLast());
@@ -744,29 +587,26 @@ private slots:
         f->type("fldModel", "lost");
         f->press("Command1");
         QCOMPARE(f->classNumbers(Config), left);
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("C%1").arg(left.first()));
+        QCOMPARE(f->text("fldClassName"), QStringLiteral("C%1").arg(left.first()));
         QVERIFY(f->dialogs.messages.isEmpty());
         QVERIFY(f->dialogs.prompts.isEmpty());
-        QCOMPARE(f->data.classDb()
+        QCOMPARE(f->db()
                      .scalar("select count(*) from classdef where package_name = ? and (w3 = ? or model_name = 'lost')",
                              {Config, chosen})
                      .toInt(),
                  0);
-        QCOMPARE(rowsOf(f->data.classDb(), "select w4, w5 from classdef where package_name = ? order by class_num",
-                        {Config}),
+        QCOMPARE(rowsOf(f->db(), "select w4, w5 from classdef where package_name = ? order by class_num", {Config}),
                  slotIds);
         QVERIFY(f->nav().moveNext());
         QVERIFY(f->nav().moveNext());
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("C%1").arg(left.last()));
+        QCOMPARE(f->text("fldClassName"), QStringLiteral("C%1").arg(left.last()));
     }
 
     // An emptied configuration is kept, and gets its first class at the next opening.
-    // Its name is bound as typed: no other configuration's classes are touched.
     void deletingTheOnlyClassLeavesAnEmptySetUntilAddClass()
     {
-        const QString name = QStringLiteral("O'Brien's'; delete from classdef; --");
+        const QString name = QStringLiteral("Emptied");
         f->addConfig(name, {7});
-        f->addConfig("O", {8});
         f->open(name);
         QLabel* configName = f->control<QLabel>("Label31");
         QCOMPARE(configName->text(), name);
@@ -775,7 +615,7 @@ private slots:
         f->press("Command1");
         QCOMPARE(f->dialogs.messages, QStringList{NoClassLeft});
         QVERIFY(f->classNumbers(name).isEmpty());
-        QCOMPARE(f->control<QLabel>("Label31")->text() + u'|' + f->box("fldClassName")->text(), name + "|C7");
+        QCOMPARE(f->control<QLabel>("Label31")->text() + u'|' + f->text("fldClassName"), name + "|C7");
         QVERIFY(!f->box("fldClassName")->isEnabled());
         QVERIFY(f->control<QLabel>("lblPosition")->text().isEmpty());
         QVERIFY(!f->picker("w2")->isEnabled());
@@ -784,90 +624,85 @@ private slots:
 
         f->press("AddClass");
         QCOMPARE(f->classNumbers(name), QList<int>{1});
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Class # 1"));
+        QCOMPARE(f->text("fldClassName"), QStringLiteral("Class # 1"));
         QVERIFY(f->box("fldClassName")->isEnabled() && f->picker("w2")->isEnabled());
         f->type("fldModel", "after");
         f->press("Command1");
-        QVERIFY(f->editor->close());
-        QCOMPARE(f->data.classDb().scalar("select count(*) from package where package_name = ?", {name}).toInt(), 1);
+        QVERIFY(f->window->close());
+        QCOMPARE(f->db().scalar("select count(*) from package where package_name = ?", {name}).toInt(), 1);
         f->open(name);
-        QCOMPARE(rowsOf(f->data.classDb(),
-                        "select class_num, class_name, model_name from classdef where package_name = ?", {name}),
-                 QStringList{"1|Class # 1|<null>"});
-        QCOMPARE(f->classNumbers("O"), QList<int>{8});
+        QCOMPARE(
+            rowsOf(f->db(), "select class_num, class_name, model_name from classdef where package_name = ?", {name}),
+            QStringList{"1|Class # 1|<null>"});
         QVERIFY(!f->dialogs.busy);
     }
 
-    // Save As and Save Unprotected.
-    void writesTheClassFileInEitherForm_data()
+    // Save As and Save Unprotected store the edit on show first, write the file in their
+    // form over whatever stood there, and show the first class; the status tells how many
+    // classes went. Cancel, an edit the store refuses, or a text a protected file cannot
+    // carry leaves the old file and the class on show, and is told.
+    void saveWritesTheClassFile_data()
     {
         QTest::addColumn<QString>("action");
-        QTest::addColumn<QString>("expected");
-        QTest::addColumn<bool>("protectOutput");
-        QTest::newRow("Save As") << "mnuSaveAs" << testDataPath("test_set_protected.class") << true;
-        QTest::newRow("Save Unprotected")
-            << "mnuSaveUnprotected" << testDataPath("test_set_unprotected.class") << false;
+        QTest::addColumn<QString>("edit");   // box=text typed into Gunner, or a button pressed there
+        QTest::addColumn<QString>("answer"); // to the file dialog: "target" or nothing (Cancel)
+        QTest::addColumn<QByteArray>("written");
+        QTest::addColumn<QString>("told"); // the status after a write, else the message
+        const QByteArray protectedFile = readFile(testDataPath("test_set_protected.class"));
+        const QByteArray plainFile = readFile(testDataPath("test_set_unprotected.class"));
+        const QString wrote = QStringLiteral("Wrote 2 classes to %1");
+        QTest::newRow("Save As") << "mnuSaveAs"
+                                 << ""
+                                 << "target" << protectedFile << wrote;
+        QTest::newRow("Save Unprotected") << "mnuSaveUnprotected"
+                                          << ""
+                                          << "target" << plainFile << wrote;
+        QTest::newRow("the edit on show goes first")
+            << "mnuSaveUnprotected"
+            << "fldClassName=Heavy Gunner"
+            << "target" << QByteArray(plainFile).replace("[Gunner]", "[Heavy Gunner]") << wrote;
+        QTest::newRow("one class") << "mnuSaveUnprotected"
+                                   << "Command1"
+                                   << "target" << plainFile.left(plainFile.indexOf("[Gunner]") - 2)
+                                   << "Wrote 1 class to %1";
+        QTest::newRow("Cancel") << "mnuSaveAs"
+                                << ""
+                                << "" << QByteArray("old") << "";
+        QTest::newRow("an edit the store refuses")
+            << "mnuSaveUnprotected"
+            << "fldArmor=lots"
+            << "target" << QByteArray("old")
+            << "Max Armor cannot be \"lots\": it must be a whole number from -32768 to 32767.";
+        QTest::newRow("a text a protected file cannot carry")
+            << "mnuSaveAs"
+            << "fldModel=gunnér"
+            << "target" << QByteArray("old")
+            << "Class \"Gunner\": the model name \"gunnér\" holds \"é\", which a protected class file cannot carry.";
     }
-    void writesTheClassFileInEitherForm()
+    void saveWritesTheClassFile()
     {
         QFETCH(QString, action);
-        QFETCH(QString, expected);
-        QFETCH(bool, protectOutput);
-        openTestSet();
-        f->nav().moveLast();
-        QCOMPARE(f->control<QLabel>("lblPosition")->text(), QStringLiteral("Class 2 of 2"));
-        save(qPrintable(action), target());
-        QCOMPARE(f->control<QLabel>("lblPosition")->text(), QStringLiteral("Class 1 of 2"));
-        QCOMPARE(f->editor->statusBar()->currentMessage(), "Wrote 2 classes to " + target());
-        QCOMPARE(f->dialogs.fileFilters, QStringList{"Class Config (*.class)|*.class|All Files (*.*)|*.*"});
-        QCOMPARE(readFile(target()), readFile(expected));
-        QCOMPARE(f->data.state->protectOutput, protectOutput);
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Light Scout")); // the first class is on show
-        QVERIFY(f->dialogs.messages.isEmpty());
-        QVERIFY(!f->dialogs.busy);
-    }
-
-    void cancelTouchesNothingAndKeepsTheClassOnShow()
-    {
-        openTestSet();
-        f->nav().moveLast();
-        save("mnuSaveAs", QString());
-        QVERIFY(!QFile::exists(target()));
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner"));
-        QVERIFY(f->data.state->protectOutput); // the menu entry set it all the same
-    }
-
-    // Edits waiting on the class on show are stored first; one the store refuses stops the export.
-    void waitingEditsAreStoredFirst()
-    {
-        openTestSet();
-        f->type(QStringLiteral("fldArmor"), QStringLiteral("lots"));
-        save("mnuSaveUnprotected", target());
-        QVERIFY(!QFile::exists(target()));
-        QCOMPARE(f->dialogs.messages.size(), 1);
-        QVERIFY(f->dialogs.messages[0].startsWith(QStringLiteral("Max Armor cannot be \"lots\"")));
-        QCOMPARE(f->box("fldArmor")->text(), QStringLiteral("lots"));
-        f->type(QStringLiteral("fldArmor"), QStringLiteral("7"));
-        f->type(QStringLiteral("fldClassName"), QStringLiteral("Heavy Scout"));
-        save("mnuSaveUnprotected", target());
-        QVERIFY(readFile(target()).contains("\r\n[Heavy Scout]\r\n"));
-        QCOMPARE(f->column(QStringLiteral("Test Set"), 1, QStringLiteral("class_name")).toString(),
-                 QStringLiteral("Heavy Scout"));
-    }
-
-    void refusedExportIsToldAndLeavesTheOldFile()
-    {
-        openTestSet();
+        QFETCH(QString, edit);
+        QFETCH(QString, answer);
+        QFETCH(QByteArray, written);
+        QFETCH(QString, told);
+        f->openTestSet();
         QVERIFY(writeFile(target(), "old"));
-        f->nav().moveLast();
-        f->box(QStringLiteral("fldModel"))->setText(QStringLiteral("gunnér")); // typed or pasted alike
-        save("mnuSaveAs", target());
-        QCOMPARE(readFile(target()), QByteArray("old"));
-        QCOMPARE(f->dialogs.messages, QStringList{QStringLiteral("Class \"Gunner\": the model name \"gunnér\" holds "
-                                                                 "\"é\", which a protected class file cannot carry.")});
-        QCOMPARE(f->box("fldClassName")->text(), QStringLiteral("Gunner")); // still on the class to correct
-        save("mnuSaveUnprotected", target());
-        QVERIFY(readFile(target()).contains("gunn\xe9r"));
+        QVERIFY(f->nav().moveLast());
+        if (edit.contains(u'='))
+            f->type(edit.section(u'=', 0, 0), edit.section(u'=', 1));
+        else if (!edit.isEmpty())
+            f->press(edit);
+        const QString shownBefore = f->shown();
+        save(action, answer.isEmpty() ? QString() : target());
+        QCOMPARE(f->dialogs.fileFilters, QStringList{"Class Config (*.class)|*.class|All Files (*.*)|*.*"});
+        QCOMPARE(readFile(target()), written);
+        QCOMPARE(f->data.state->protectOutput, action == "mnuSaveAs"); // Cancel too sets the form
+        const bool wrote = written != "old";
+        QCOMPARE(f->as<frmClasses>().statusBar()->currentMessage(), wrote ? told.arg(target()) : QString());
+        QCOMPARE(f->dialogs.messages, wrote || told.isEmpty() ? QStringList() : QStringList{told});
+        QCOMPARE(f->shown(), wrote ? "Light Scout|Class 1 of " + QString::number(f->nav().recordCount()) : shownBefore);
+        QVERIFY(!f->dialogs.busy);
     }
 };
 

@@ -2,8 +2,7 @@
 #include "config/frmAbout.h"
 #include "config/frmConfig.h"
 #include "reference/ReferenceWindows.h"
-#include "support/ScriptedDialogs.h"
-#include "support/TestSupport.h"
+#include "support/WindowFixture.h"
 #include "toolkit/DataControl.h"
 #include "toolkit/QtDialogs.h"
 
@@ -28,30 +27,6 @@ using namespace tarn::test;
 
 namespace
 {
-
-enum class Window { Config, Classes, Weapons, Grenades, Items, Special, About };
-
-std::unique_ptr<QWidget> open(Window window, AppState& state, Dialogs& dialogs)
-{
-    switch (window) {
-    case Window::Config:
-        return std::make_unique<frmConfig>(state, dialogs);
-    case Window::Classes:
-        state.currentConfig = QStringLiteral("Example");
-        return std::make_unique<frmClasses>(state, dialogs);
-    case Window::Weapons:
-        return createReferenceWindow(ReferenceTable::Weapons, state, dialogs, nullptr);
-    case Window::Grenades:
-        return createReferenceWindow(ReferenceTable::Grenades, state, dialogs, nullptr);
-    case Window::Items:
-        return createReferenceWindow(ReferenceTable::Items, state, dialogs, nullptr);
-    case Window::Special:
-        return createReferenceWindow(ReferenceTable::Special, state, dialogs, nullptr);
-    case Window::About:
-        return std::make_unique<frmAbout>();
-    }
-    return nullptr;
-}
 
 // What the author sees and uses: the parts of a navigator or a picker count as one.
 QList<QWidget*> visibleControls(QWidget& window)
@@ -133,14 +108,11 @@ QString shownText(const QWidget& control)
 QStringList labelsOfDialog(const std::function<void()>& command)
 {
     QStringList texts;
-    QTimer::singleShot(0, [&] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        const auto labels = dialog->findChildren<QLabel*>();
-        for (const QLabel* label : labels)
+    onModalDialog(command, [&](QWidget& dialog) {
+        for (const QLabel* label : dialog.findChildren<QLabel*>())
             texts << shownText(*label);
-        dialog->close();
+        dialog.close();
     });
-    command();
     return texts;
 }
 
@@ -182,23 +154,21 @@ private slots:
     // window opens within the screen.
     void captionsFitAndNothingOverlaps_data()
     {
-        QTest::addColumn<int>("window");
-        QTest::newRow("main window") << int(Window::Config);
-        QTest::newRow("class editor") << int(Window::Classes);
-        QTest::newRow("weapons") << int(Window::Weapons);
-        QTest::newRow("grenades") << int(Window::Grenades);
-        QTest::newRow("items") << int(Window::Items);
-        QTest::newRow("special") << int(Window::Special);
-        QTest::newRow("about") << int(Window::About);
+        QTest::addColumn<Window>("window");
+        QTest::newRow("main window") << Window::Config;
+        QTest::newRow("class editor") << Window::Classes;
+        QTest::newRow("weapons") << Window::Weapons;
+        QTest::newRow("grenades") << Window::Grenades;
+        QTest::newRow("items") << Window::Items;
+        QTest::newRow("special") << Window::Special;
+        QTest::newRow("about") << Window::About;
     }
     void captionsFitAndNothingOverlaps()
     {
-        QFETCH(int, window);
-        TempData data;
-        ScriptedDialogs dialogs;
-        const std::unique_ptr<QWidget> shown = open(Window(window), *data.state, dialogs);
-        shown->show();
-        QVERIFY(QTest::qWaitForWindowExposed(shown.get()));
+        QFETCH(Window, window);
+        WindowFixture f;
+        QWidget* shown = &f.open(window);
+        QVERIFY(QTest::qWaitForWindowExposed(shown));
 
         const QSize room = shown->screen()->availableGeometry().size();
         QVERIFY2(shown->frameGeometry().size().boundedTo(room) == shown->frameGeometry().size(),
@@ -266,11 +236,9 @@ private slots:
     // keeps the width it asks for.
     void aTallEditorScrollsOnlyDownwards()
     {
-        TempData data;
-        ScriptedDialogs dialogs;
-        const std::unique_ptr<QWidget> editor = open(Window::Classes, *data.state, dialogs);
-        editor->show();
-        QVERIFY(QTest::qWaitForWindowExposed(editor.get()));
+        WindowFixture f;
+        QWidget* editor = &f.open(Window::Classes);
+        QVERIFY(QTest::qWaitForWindowExposed(editor));
         const auto* area = editor->findChild<QScrollArea*>();
         QVERIFY(area->verticalScrollBar()->isVisible());
         QVERIFY(!area->horizontalScrollBar()->isVisible());
@@ -294,13 +262,13 @@ private slots:
         palette.setColor(QPalette::Window, window);
         palette.setColor(QPalette::WindowText, text);
         QApplication::setPalette(palette);
-        TempData data;
-        ScriptedDialogs dialogs;
-        const auto main = open(Window::Config, *data.state, dialogs);
-        const auto editor = open(Window::Classes, *data.state, dialogs);
+        WindowFixture main;
+        main.open(Window::Config);
+        WindowFixture editor;
+        editor.open(Window::Classes);
         QApplication::setPalette(before);
-        for (QLabel* label : {main->findChild<QLabel*>("Label1"), editor->findChild<QLabel*>("Label31"),
-                              editor->findChild<QLabel*>("Label32")}) {
+        for (QLabel* label :
+             {main.control<QLabel>("Label1"), editor.control<QLabel>("Label31"), editor.control<QLabel>("Label32")}) {
             label->ensurePolished();
             const QColor blue = label->palette().color(QPalette::WindowText);
             QVERIFY2(blue.hueF() > 0.55 && blue.hueF() < 0.7, qPrintable(label->objectName() + " " + blue.name()));
@@ -311,11 +279,10 @@ private slots:
     // "Bit Calculator:" is a heading larger than the rest, at any font size.
     void calculatorHeadingIsLargerThanTheRest()
     {
-        TempData data;
-        ScriptedDialogs dialogs;
-        const auto items = open(Window::Items, *data.state, dialogs);
-        QVERIFY(items->findChild<QLabel*>("Label4")->font().pointSizeF() >
-                items->findChild<QLabel*>("Label8")->font().pointSizeF());
+        WindowFixture items;
+        items.open(Window::Items);
+        QVERIFY(items.control<QLabel>("Label4")->font().pointSizeF() >
+                items.control<QLabel>("Label8")->font().pointSizeF());
     }
 
     // A name, a Mod ID or a line of a file is shown as it stands, never as markup or with
@@ -339,13 +306,11 @@ private slots:
         else if (place == "input prompt")
             shown = labelsOfDialog([&] { real.inputBox(nullptr, text, "Mod ID"); });
         else {
-            TempData data;
-            ScriptedDialogs dialogs;
-            setReferenceRows(data.refDb(), "item", {{1, text}});
-            insertClass(data.classDb(), text, 1);
-            data.state->currentConfig = text;
-            frmClasses editor(*data.state, dialogs);
-            shown << shownText(*editor.findChild<QWidget*>(place == "item caption" ? "Check1_0" : "Label31"));
+            WindowFixture editor;
+            setReferenceRows(editor.data.refDb(), "item", {{1, text}});
+            insertClass(editor.data.classDb(), text, 1);
+            editor.open(Window::Classes, text);
+            shown << shownText(*editor.control(place == "item caption" ? "Check1_0" : "Label31"));
         }
         QVERIFY2(shown.contains(text), qPrintable(shown.join(u'|')));
     }
@@ -353,11 +318,11 @@ private slots:
     // Laid out or not, Tab visits the controls in the order each window always had.
     void tabOrderIsKept_data()
     {
-        QTest::addColumn<int>("window");
+        QTest::addColumn<Window>("window");
         QTest::addColumn<QStringList>("order");
-        QTest::newRow("main window") << int(Window::Config)
+        QTest::newRow("main window") << Window::Config
                                      << QStringList{"btNew", "btDelete", "btEdit", "classlist", "btCopy", "btImport"};
-        QTest::newRow("class editor") << int(Window::Classes)
+        QTest::newRow("class editor") << Window::Classes
                                       << QStringList{"fldClassName", "fldModel", "fldSkin1",  "fldSkin2",    "Text1",
                                                      "fldArmor",     "fldSpeed", "fldHealth", "fldDecoySkin"} +
                                              numbered("w%1", 2, 10) + numbered("g%1", 1, 3) +
@@ -365,19 +330,16 @@ private slots:
                                              QStringList{"maxbullets",  "maxshells", "maxrockets",
                                                          "maxgrenades", "maxcells",  "maxslugs"} +
                                              numbered("special_%1", 0, 20) + QStringList{"Command1", "AddClass"};
-        QTest::newRow("weapons") << int(Window::Weapons)
-                                 << numbered("Text%1", 1, 5) + QStringList{"Command1", "Command2"};
-        QTest::newRow("items") << int(Window::Items) << QStringList{"Text1",    "Text2",     "Text5",   "Command1",
-                                                                    "Command2", "fldBitNum", "btnCalc", "fldResult"};
+        QTest::newRow("weapons") << Window::Weapons << numbered("Text%1", 1, 5) + QStringList{"Command1", "Command2"};
+        QTest::newRow("items") << Window::Items << QStringList{"Text1",    "Text2",     "Text5",   "Command1",
+                                                               "Command2", "fldBitNum", "btnCalc", "fldResult"};
     }
     void tabOrderIsKept()
     {
-        QFETCH(int, window);
+        QFETCH(Window, window);
         QFETCH(QStringList, order);
-        TempData data;
-        ScriptedDialogs dialogs;
-        const std::unique_ptr<QWidget> shown = open(Window(window), *data.state, dialogs);
-        QCOMPARE(tabOrder(*shown), order);
+        WindowFixture f;
+        QCOMPARE(tabOrder(f.open(window)), order);
     }
 };
 

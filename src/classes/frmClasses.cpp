@@ -158,6 +158,7 @@ void frmClasses::addClass()
     // number just typed into Class Num is stored but does not count.
     const int maximum = int(highestClassNumber(m_state.classDb(), m_state.currentConfig).value_or(0));
     if (maximum >= HighestClassNum) {
+        m_dialogs.setBusy(false);
         m_dialogs.message(this, QStringLiteral("No class can be added: class number %1 is the highest a class can "
                                                "have, and this configuration already uses it.")
                                     .arg(HighestClassNum));

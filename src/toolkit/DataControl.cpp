@@ -411,6 +411,7 @@ void DataControl::clearChanges()
 
 void DataControl::refuse(const QString& text, QWidget* focus)
 {
+    m_dialogs->setBusy(false); // a refusal can come in the middle of a command
     m_dialogs->message(window(), text);
     if (auto* box = qobject_cast<QLineEdit*>(focus)) {
         box->setFocus();

@@ -5,6 +5,13 @@
 namespace tarn::test
 {
 
+void ScriptedDialogs::message(QWidget*, const QString& text)
+{
+    messages << text;
+    if (busy)
+        QTest::qFail(qPrintable("message shown under the busy cursor: " + text), __FILE__, __LINE__);
+}
+
 template <typename T> T ScriptedDialogs::take(QQueue<T>& queue, const char* what)
 {
     if (queue.isEmpty()) {
