@@ -61,13 +61,27 @@ completion=/usr/share/bash-completion/bash_completion
 if [ -r "$completion" ]; then
   data=$scratch/data
   PATH=$root/usr/bin:$PATH tarnctl --data-dir "$data" -q init
-  PATH=$root/usr/bin:$PATH tarnctl --data-dir "$data" new "Two Words"
-  got=$(PATH=$root/usr/bin:$PATH bash -c '
-    source "$1"; source "$2"
-    COMP_WORDS=(tarnctl --data-dir "$3" export "T"); COMP_CWORD=4
-    COMP_LINE="${COMP_WORDS[*]}"; COMP_POINT=${#COMP_LINE}
-    _tarnctl; printf "%s\n" "${COMPREPLY[@]}"' _ "$completion" \
-    "$root/usr/share/bash-completion/completions/tarnctl" "$data")
-  [ "$got" = "Two Words" ] || { echo "completion of export T gave: $got"; status=1; }
+  for name in "Two Words" "O'Brien set" 'back\slash "quoted"' -dash; do
+    PATH=$root/usr/bin:$PATH tarnctl --data-dir "$data" new -- "$name"
+  done
+  # The words before the one completed, that word as typed, and the one name offered:
+  # stored names come back as stored, and readline quotes them as it inserts them.
+  rows=(
+    export 'T' 'Two Words'
+    export 'O' "O'Brien set"
+    delete "O\\'B" "O'Brien set"
+    copy "'O'\\''B" "O'Brien set"
+    'check --config' '"back\\' 'back\slash "quoted"'
+    'delete --' '-' '-dash'
+  )
+  for ((row = 0; row < ${#rows[@]}; row += 3)); do
+    got=$(PATH=$root/usr/bin:$PATH bash -c '
+      source "$1"; source "$2"
+      COMP_WORDS=(tarnctl --data-dir "$3" $4 "$5"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+      COMP_LINE="${COMP_WORDS[*]}"; COMP_POINT=${#COMP_LINE}
+      _tarnctl; printf "%s\n" "${COMPREPLY[@]}"' _ "$completion" \
+      "$root/usr/share/bash-completion/completions/tarnctl" "$data" "${rows[row]}" "${rows[row + 1]}")
+    [ "$got" = "${rows[row + 2]}" ] || { echo "completion of ${rows[row]} ${rows[row + 1]} gave: $got"; status=1; }
+  done
 fi
 exit $status

@@ -83,9 +83,11 @@ private slots:
         QCOMPARE(count("select count(*) from classdef where package_name = 'Test Set'"), 2);
     }
 
-    // Blanks and quotes reach the store as typed, and touch only their own rows.
+    // Blanks, quotes and a leading dash reach the store as typed, and touch only their own rows.
     void namesAreTakenExactlyAndTouchOnlyTheirRows()
     {
+        QCOMPARE(tarnctl({"new", "--", "-dash"}).status, 0);
+        QCOMPARE(count("select count(*) from package where package_name = '-dash'"), 1);
         const QString name = QStringLiteral(" x' OR '1'='1 ");
         const QString classes = QStringLiteral("select count(*) from classdef where package_name = ?");
         QCOMPARE(tarnctl({"copy", "Test Set", name}).status, 0);
@@ -113,6 +115,16 @@ private slots:
         QTest::newRow("import missing file")
             << QStringList{"import", "/no/such/file.class", "x"} << "/no/such/file.class" << QByteArray();
         QTest::newRow("empty mod id") << QStringList{"modid", ""} << "empty Mod ID" << QByteArray();
+        QTest::newRow("bad record on standard input")
+            << QStringList{"import", "-", "x"} << "tarnctl: Cannot import (standard input): line 3: Bad Class Record: ?"
+            << classFile(ClassFileHeader + QByteArrayList{"?"} + classRecord("A]"));
+        QTest::newRow("check of a file whose lines end with a line feed alone")
+            << QStringList{"check", "-"}
+            << "(standard input): The file's lines end with a line feed alone, which a class file does not allow: its "
+               "lines end with a carriage return and a line feed, and only a carriage return ends a line.\n"
+            << classFile(ClassFileHeader + classRecord("A]"), "\n");
+        QTest::newRow("a file after --") << QStringList{"check", "--", "-no.class"} << "cannot open -no.class"
+                                         << QByteArray();
     }
     void refusalsSayWhatAndWhy()
     {
@@ -402,7 +414,8 @@ private slots:
                                                        classRecord("B]").mid(0, 2))));
         const Outcome outcome = tarnctl({"import", file("bad.class"), "broken"});
         QCOMPARE(outcome.status, 1);
-        QCOMPARE(outcome.err, QByteArray("Bad Class Record: stray\n"));
+        QCOMPARE(outcome.err,
+                 "tarnctl: Cannot import " + file("bad.class").toUtf8() + ": line 9: Bad Class Record: stray\n");
         QVERIFY(!tarnctl({"list"}).out.contains("broken"));
     }
 
@@ -484,16 +497,18 @@ private slots:
             QCOMPARE(run({"--data-dir", dir, "init"}).status, 1); // existing stores are never touched
     }
 
+    // A name in use twice is listed once, its classes counted once.
     void listAsJsonCountsClassesAndQuietKeepsErrors()
     {
         QCOMPARE(tarnctl({"new", "Empty"}).status, 0);
-        const QJsonArray list = QJsonDocument::fromJson(tarnctl({"list", "--json"}).out).array();
-        QCOMPARE(list.size(), 3);
-        QCOMPARE(list[0].toObject(), (QJsonObject{{"name", "Empty"}, {"classes", 0}}));
-        QCOMPARE(list[2].toObject(), (QJsonObject{{"name", "Test Set"}, {"classes", 2}}));
-        const Outcome quiet = tarnctl({"-q", "import", testDataPath("test_set_protected.class"), "Again"});
+        const Outcome quiet = tarnctl({"-q", "import", testDataPath("test_set_protected.class"), "Test Set"});
         QCOMPARE(quiet.status, 0);
         QCOMPARE(quiet.out, QByteArray());
+        QCOMPARE(tarnctl({"list"}).out, QByteArray("Empty\nExample\nTest Set\n"));
+        const QJsonArray list = QJsonDocument::fromJson(tarnctl({"list", "--json"}).out).array();
+        QCOMPARE(list.size(), 3);
+        QCOMPARE(list[0].toObject(), (QJsonObject{{"name", "Empty"}, {"classes", 0}, {"package_rows", 1}}));
+        QCOMPARE(list[2].toObject(), (QJsonObject{{"name", "Test Set"}, {"classes", 4}, {"package_rows", 2}}));
         QCOMPARE(tarnctl({"--quiet", "delete", "nobody"}).err,
                  QByteArray("tarnctl: no configuration is named \"nobody\"\n"));
     }

@@ -1,6 +1,5 @@
 #include "ClassFileReader.h"
 
-#include "ClassFileError.h"
 #include "Cp1252.h"
 #include "Protection.h"
 #include "RecordFields.h"
@@ -28,11 +27,17 @@ void readIntegers(RecordFields& fields, std::array<qint16, N>& values, const std
 
 } // namespace
 
+TooFewLinesError::TooFewLinesError(bool lineFeeds)
+    : ClassFileError(QStringLiteral("The file has fewer than two lines: it is not a class file.")),
+      m_lineFeeds(lineFeeds)
+{
+}
+
 ClassFileReader::ClassFileReader(QIODevice& in) : m_lines(in)
 {
     for (int line = 0; line < HeaderLines; ++line) {
         if (m_lines.atEnd())
-            throw ClassFileError(QStringLiteral("The file has fewer than two lines: it is not a class file."));
+            throw TooFewLinesError(!m_lines.linesWithLineFeeds().isEmpty());
         m_lines.readLine();
     }
     // The header alone is an empty configuration, as the export writes it.

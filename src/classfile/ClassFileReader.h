@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ClassFileError.h"
 #include "ClassRecord.h"
 #include "LineReader.h"
 
@@ -32,6 +33,19 @@ struct BadRecord {
 
 using RecordEvent = std::variant<ReadClass, BadRecord>;
 
+// The file ends before its second line. Its one line holds line feeds when the file's
+// lines end with a line feed alone, as a class file's do once their carriage returns
+// are stripped.
+class TooFewLinesError : public ClassFileError
+{
+public:
+    explicit TooFewLinesError(bool lineFeeds);
+    bool lineFeeds() const { return m_lineFeeds; }
+
+private:
+    bool m_lineFeeds;
+};
+
 // Reads the records of a class file of either form, one at a time. From line 3 on,
 // an empty line is passed over and a line opening with "[" starts a record of six
 // lines. The end of the file is tested before a line is looked at, so the last line
@@ -42,8 +56,9 @@ class ClassFileReader
 public:
     static constexpr int MaxClasses = 32767;
 
-    // Reads the two header lines and line 3. Throws ClassFileError when the file has
-    // fewer than two lines or cannot be read; a file of the two header lines holds no class.
+    // Reads the two header lines and line 3. Throws TooFewLinesError when the file has
+    // fewer than two lines, and ClassFileError when it cannot be read; a file of the two
+    // header lines holds no class.
     explicit ClassFileReader(QIODevice& in);
 
     // The next record or bad line, or nothing at the end of the file. Reading can go

@@ -48,7 +48,7 @@ private:
     std::optional<ImportResult> take(const RecordEvent& event)
     {
         if (const auto* bad = std::get_if<BadRecord>(&event))
-            return keepRowsRead(BadRecordPrefix + bad->text);
+            return keepRowsRead(*bad);
         const auto& read = std::get<ReadClass>(event);
         if (!read.problems.isEmpty())
             return fail(read.problems.join(u'\n'));
@@ -59,11 +59,12 @@ private:
 
     // At a bad record the rows of the records before it are kept, without a package
     // row; only a store that cannot keep them loses them.
-    ImportResult keepRowsRead(const QString& message)
+    ImportResult keepRowsRead(const BadRecord& bad)
     {
+        const QString message = BadRecordPrefix + bad.text;
         try {
             m_transaction.commit();
-            return {Status::BadRecord, message, m_stored};
+            return {Status::BadRecord, message, m_stored, bad.line};
         } catch (const StoreError& e) {
             return {Status::Failed, message + u'\n' + e.message(), 0};
         }
@@ -98,6 +99,11 @@ ImportResult importClassFile(Database& classDb, const QString& newName, QIODevic
     }
 }
 
+QString cannotImport(const QString& file, const QString& why)
+{
+    return QStringLiteral("Cannot import %1: %2").arg(file, why);
+}
+
 ImportResult importClassFile(Database& classDb, const ImportRequest& request)
 {
     const QString file = QDir::toNativeSeparators(request.file);
@@ -106,7 +112,7 @@ ImportResult importClassFile(Database& classDb, const ImportRequest& request)
         return {Status::Failed, QStringLiteral("Cannot open %1: %2").arg(file, in.errorString()), 0};
     ImportResult result = importClassFile(classDb, request.newName, in);
     if (result.status == Status::Failed)
-        result.message = QStringLiteral("Cannot import %1: %2").arg(file, result.message);
+        result.message = cannotImport(file, result.message);
     return result;
 }
 
@@ -118,6 +124,11 @@ ClassFileCheck checkClassFile(QIODevice& in)
         reader.emplace(in);
         while (const std::optional<RecordEvent> event = reader->next())
             check.problems << problemsOf(*event);
+    } catch (const TooFewLinesError& e) {
+        check.problems << (e.lineFeeds() ? QStringLiteral("The file's lines end with a line feed alone, which a class "
+                                                          "file does not allow: its lines end with a carriage return "
+                                                          "and a line feed, and only a carriage return ends a line.")
+                                         : e.message());
     } catch (const ClassFileError& e) {
         check.problems << e.message();
     }

@@ -18,7 +18,12 @@ struct ImportResult {
     // Rows stored under the new name: those before a bad record stay, and any other
     // failure stores none.
     int classes = 0;
+    // The line of a bad record, which its message leaves out.
+    int line = 0;
 };
+
+// What a failed import of a file says: "Cannot import FILE: " and why.
+QString cannotImport(const QString& file, const QString& why);
 
 // Reads a class file of either form into classdef under newName, taken as typed, and
 // adds the package row only when the whole file has been read. On a bad record the

@@ -53,7 +53,7 @@ int checkFile(const Invocation& call, Console& console)
         return Refused;
     }
     const ClassFileCheck check = checkClassFile(standardInput ? console.in : file);
-    const QString name = standardInput ? StandardInputName : QDir::toNativeSeparators(path);
+    const QString name = sourceName(path);
     const std::vector<Problem> problems = fileProblems(check, name);
     if (call.json) {
         reportProblems(problems, call, console);

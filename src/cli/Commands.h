@@ -3,6 +3,7 @@
 #include "Tarnctl.h"
 #include "classfile/Checks.h"
 
+#include <QDir>
 #include <QString>
 #include <QStringList>
 #include <chrono>
@@ -29,6 +30,12 @@ struct Invocation {
 // A file argument of "-" is standard output for export, standard input for import and check.
 inline const QString StandardStream = QStringLiteral("-");
 inline const QString StandardInputName = QStringLiteral("(standard input)");
+
+// A file argument as tarnctl's messages name it.
+inline QString sourceName(const QString& file)
+{
+    return file == StandardStream ? StandardInputName : QDir::toNativeSeparators(file);
+}
 
 // Commands on the stores of the data directory.
 int initCommand(const Invocation& call, Console& console);

@@ -126,7 +126,7 @@ ImportResult importFromStandardInput(Database& classDb, const QString& name, QIO
     else
         result.message = error.value_or(file.errorString());
     if (result.status == ImportResult::Status::Failed)
-        result.message = QStringLiteral("Cannot import %1: %2").arg(StandardInputName, result.message);
+        result.message = cannotImport(StandardInputName, result.message);
     return result;
 }
 
@@ -153,7 +153,9 @@ int initCommand(const Invocation& call, Console& console)
 int listCommand(const Invocation& call, Console& console)
 {
     return withStores(call, console, [&](AppState& state) {
-        const QStringList names = listConfigurations(state.classDb());
+        // Package rows of one name share one pool of classes, so the name is told once.
+        QStringList names = listConfigurations(state.classDb());
+        names.removeDuplicates();
         if (!call.json) {
             for (const QString& name : names)
                 console.text << name << '\n';
@@ -162,7 +164,8 @@ int listCommand(const Invocation& call, Console& console)
         QJsonArray list;
         for (const QString& name : names)
             list.append(QJsonObject{{QStringLiteral("name"), name},
-                                    {QStringLiteral("classes"), countClasses(state.classDb(), name)}});
+                                    {QStringLiteral("classes"), countClasses(state.classDb(), name)},
+                                    {QStringLiteral("package_rows"), countPackageRows(state.classDb(), name)}});
         console.text << QJsonDocument(list).toJson(QJsonDocument::Indented);
         return Success;
     });
@@ -269,10 +272,10 @@ int importCommand(const Invocation& call, Console& console)
             call.arguments[0] == StandardStream
                 ? importFromStandardInput(state.classDb(), call.arguments[1], console.in)
                 : importClassFile(state.classDb(), {.file = call.arguments[0], .newName = call.arguments[1]});
-        if (result.status == ImportResult::Status::BadRecord) {
-            console.error << result.message << '\n'; // the workbench's own words, as scripts may look for them
-            return Refused;
-        }
+        // The workbench's own words, as scripts may look for them, behind the file and line.
+        if (result.status == ImportResult::Status::BadRecord)
+            return refuse(console, cannotImport(sourceName(call.arguments[0]),
+                                                QStringLiteral("line %1: %2").arg(result.line).arg(result.message)));
         if (result.status != ImportResult::Status::Complete)
             return refuse(console, result.message);
         if (!call.quiet)

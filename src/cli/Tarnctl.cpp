@@ -26,6 +26,7 @@ Options go anywhere on the line:
                    name in use, for scripts that keep their own copies
   -h, --help       this text; "tarnctl help COMMAND" or "COMMAND --help" for one command
   --version        the version
+  --               the end of the options: a name or FILE after it may start with "-"
 
 tarnctl never creates stores, except through "tarnctl init". Names are taken exactly as
 typed. A FILE of "-" is standard output for export, and standard input for import and
@@ -56,7 +57,8 @@ const std::map<QString, CommandInfo>& commands()
           "creates the two stores of the data directory, as the workbench's first start does"}},
         {QStringLiteral("list"),
          {listCommand, 0, 0, "list [--json]",
-          "configuration names, one per line, in list order; with --json, each with its class count"}},
+          "configuration names, one per line, in list order; with --json, each with its class count and the "
+          "number of package rows that carry it"}},
         {QStringLiteral("new"), {newCommand, 1, 1, "new NAME", "adds an empty configuration"}},
         {QStringLiteral("delete"), {deleteCommand, 1, 1, "delete NAME", "deletes a configuration and its classes"}},
         {QStringLiteral("copy"), {copyCommand, 2, 2, "copy SOURCE NEW", "copies a configuration with all its classes"}},
