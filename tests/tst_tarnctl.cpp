@@ -65,10 +65,10 @@ private slots:
     // A leading dash after "--" and blanks reach the store as typed.
     void namesAreTakenExactly()
     {
-        QCOMPARE(tarnctl({"new", "--", "-dash"}).status, 0);
+        QCOMPARE(tarnctl({"new", "--", "-dash "}).status, 0);
         QCOMPARE(tarnctl({"copy", "Test Set", " spaced "}).status, 0);
         QCOMPARE(count("select count(*) from classdef where package_name = ' spaced '"), 2);
-        QCOMPARE(tarnctl({"list"}).out, QByteArray(" spaced \n-dash\nExample\nTest Set\n"));
+        QCOMPARE(tarnctl({"list"}).out, QByteArray(" spaced \n-dash \nExample\nTest Set\n"));
     }
 
     // One line on standard error says what and why; "-" is standard input.
