@@ -19,10 +19,16 @@ class StartupTest : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir m_brokenStore;
+
 private slots:
-    // Help and version need no display; anything unknown is one line and status 2.
+    // Help and version need no display; anything unknown is one line and status 2. A store
+    // that cannot be opened ends the start with status 1 and the reason, offscreen without
+    // the box that would wait for someone to close it.
     void commandLineIsAnsweredWithoutADisplay_data()
     {
+        const QString broken = m_brokenStore.filePath(ClassStoreFile);
+        QVERIFY(writeFile(broken, "not a database"));
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("said");
@@ -32,6 +38,11 @@ private slots:
                                         << "tarn: Unknown option 'bogus'.\nTry 'tarn --help'.\n";
         QTest::newRow("a second file") << QStringList{"one.class", "two.class"} << 2
                                        << "tarn: unexpected argument \"two.class\"\nTry 'tarn --help'.\n";
+        QTest::newRow("a store that cannot be opened")
+            << QStringList{"--data-dir", m_brokenStore.path(), "-platform", "offscreen"} << 1
+            << "tarn: " + broken +
+                   " is not a store of this program: it is no database at all (file is not a "
+                   "database).\n";
     }
     void commandLineIsAnsweredWithoutADisplay()
     {

@@ -1,3 +1,5 @@
+#include "classfile/ExportCommand.h"
+#include "store/Configurations.h"
 #include "store/Database.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
@@ -6,6 +8,7 @@
 #include "support/TestSupport.h"
 #include "toolkit/DataControl.h"
 
+#include <QBuffer>
 #include <QCheckBox>
 #include <QFile>
 #include <QLineEdit>
@@ -203,6 +206,33 @@ private slots:
         QVERIFY(form.id->text().isEmpty());
         QVERIFY(form.control->moveFirst());
         QCOMPARE(stored(data, count), before);
+    }
+
+    // A configuration name is bound as typed: quotes and statement text are stored,
+    // listed, copied, exported and deleted as they stand, and reach no other rows.
+    void quotedNameIsTakenAsTyped()
+    {
+        TempData data;
+        const QString name = QStringLiteral("O'Brien'); drop table classdef; --");
+        const QString copy = name + QStringLiteral(" ' or 1=1 --");
+        const QString others = QStringLiteral("select * from classdef where package_name = 'Example'");
+        const QStringList example = rowsOf(data.classDb(), others);
+        insertClass(data.classDb(), name, 1, {{"class_name", "Quoted"}});
+        QCOMPARE(listConfigurations(data.classDb()), (QStringList{"Example", name}));
+        QCOMPARE(countClasses(data.classDb(), name), 1);
+        copyConfiguration(data.classDb(), name, copy);
+        QCOMPARE(rowsOf(data.classDb(), "select class_name from classdef where package_name = ?", {copy}),
+                 QStringList{"Quoted"});
+        QBuffer file;
+        file.open(QIODevice::WriteOnly);
+        const ExportRequest request{
+            .configName = name, .modId = "0", .protectOutput = false, .target = {}, .ownFiles = {}};
+        QCOMPARE(exportConfiguration({data.classDb(), data.refDb()}, request, file).error, std::nullopt);
+        QCOMPARE(file.data().split('\n').mid(1, 3), (QByteArrayList{name.toLatin1() + '\r', "\r", "[Quoted]\r"}));
+        deleteConfiguration(data.classDb(), name);
+        QCOMPARE(listConfigurations(data.classDb()), (QStringList{"Example", copy}));
+        QCOMPARE(countClasses(data.classDb(), name), 0);
+        QCOMPARE(rowsOf(data.classDb(), others), example);
     }
 
     void storeRefusalIsShownAndTheRowKept()

@@ -35,7 +35,9 @@ int main(int argc, char* argv[])
         state->windowSettingsFile = tarn::resolveWindowSettingsFile(state->dataDirectory);
     } catch (const tarn::StoreError& error) {
         std::fprintf(stderr, "tarn: %s\n", qPrintable(error.message()));
-        QMessageBox::critical(nullptr, tarn::MessageTitle, error.message());
+        // Offscreen (scripts, CI) nobody could close the box, and the line above says it all.
+        if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+            QMessageBox::critical(nullptr, tarn::MessageTitle, error.message());
         return 1;
     }
     tarn::QtDialogs dialogs(state->windowSettingsFile);
