@@ -151,7 +151,9 @@ private slots:
     }
 
     // At a large font every caption fits its control, no two controls overlap, and the
-    // window opens within the screen.
+    // window opens within the screen. The class editor, too tall for it, scrolls down only:
+    // room for the vertical scroll bar is kept beside the content, which keeps the width it
+    // asks for. "Bit Calculator:" is a heading larger than the rest.
     void captionsFitAndNothingOverlaps_data()
     {
         QTest::addColumn<Window>("window");
@@ -188,6 +190,13 @@ private slots:
                          qPrintable(a->objectName() + " overlaps " + b->objectName()));
             }
         }
+        if (const auto* area = shown->findChild<QScrollArea*>()) {
+            QVERIFY(area->verticalScrollBar()->isVisible() && !area->horizontalScrollBar()->isVisible());
+            QCOMPARE(area->widget()->width(), area->widget()->sizeHint().width()); // nothing squeezed
+        }
+        if (window == Window::Items)
+            QVERIFY(f.control<QLabel>("Label4")->font().pointSizeF() >
+                    f.control<QLabel>("Label8")->font().pointSizeF());
     }
 
     // The class editor keeps its arrangement whatever class is on show and however long
@@ -231,20 +240,6 @@ private slots:
         QCOMPARE(wholeNames, QStringList({"C|C", config + u'|' + config})); // at hand, however narrow the label
     }
 
-    // On a screen wide enough for the class editor but too short for it, the editor
-    // scrolls down only: room for the vertical scroll bar is kept beside the content, which
-    // keeps the width it asks for.
-    void aTallEditorScrollsOnlyDownwards()
-    {
-        WindowFixture f;
-        QWidget* editor = &f.open(Window::Classes);
-        QVERIFY(QTest::qWaitForWindowExposed(editor));
-        const auto* area = editor->findChild<QScrollArea*>();
-        QVERIFY(area->verticalScrollBar()->isVisible());
-        QVERIFY(!area->horizontalScrollBar()->isVisible());
-        QCOMPARE(area->widget()->width(), area->widget()->sizeHint().width()); // nothing squeezed
-    }
-
     // The bold blue notes and headings stay blue and read well on a light and on a dark palette.
     void blueLabelsReadOnEveryPalette_data()
     {
@@ -274,15 +269,6 @@ private slots:
             QVERIFY2(blue.hueF() > 0.55 && blue.hueF() < 0.7, qPrintable(label->objectName() + " " + blue.name()));
             QVERIFY2(contrast(blue, window) >= 4.5, qPrintable(label->objectName() + " " + blue.name()));
         }
-    }
-
-    // "Bit Calculator:" is a heading larger than the rest, at any font size.
-    void calculatorHeadingIsLargerThanTheRest()
-    {
-        WindowFixture items;
-        items.open(Window::Items);
-        QVERIFY(items.control<QLabel>("Label4")->font().pointSizeF() >
-                items.control<QLabel>("Label8")->font().pointSizeF());
     }
 
     // A name, a Mod ID or a line of a file is shown as it stands, never as markup or with
