@@ -51,7 +51,6 @@ class StoreTest : public QObject
     {
         m_db->prepare(QStringLiteral("insert into weapon (w_id, w_name, kd_enabled) values (?, ?, 1)")).run({id, name});
     }
-    static QString stored(TempData& data, const QString& sql) { return rowsOf(data.refDb(), sql).value(0); }
     QStringList names(Recordset& rs)
     {
         QStringList seen;
@@ -188,24 +187,6 @@ private slots:
         QCOMPARE(result.has_value(), accepted);
         if (accepted)
             QCOMPARE(*result, value);
-    }
-
-    // An untouched check box leaves a missing value missing; an untouched new row stores nothing.
-    void storesOnlyChangedControls()
-    {
-        TempData data;
-        data.refDb().exec(QStringLiteral("update item set kd_enabled = null where i_id = 1"));
-        ItemForm form(data.refDb(), m_dialogs);
-        const QString count = QStringLiteral("select count(*) from item");
-        const QString before = stored(data, count);
-        form.name->setText(QStringLiteral("Renamed by code"));
-        QCOMPARE(stored(data, "select i_name from item where i_id = 1"), QStringLiteral("Power Screen"));
-        QVERIFY(form.control->addNew());
-        QCOMPARE(stored(data, "select i_name, kd_enabled from item where i_id = 1"),
-                 QStringLiteral("Renamed by code|<null>"));
-        QVERIFY(form.id->text().isEmpty());
-        QVERIFY(form.control->moveFirst());
-        QCOMPARE(stored(data, count), before);
     }
 
     // A configuration name is bound as typed: quotes and statement text are stored,
