@@ -1,6 +1,7 @@
 #include "Classes.h"
 
 #include "Database.h"
+#include "Schema.h"
 #include "Statements.h"
 #include "StoreError.h"
 
@@ -39,22 +40,6 @@ QString exportColumnsSql()
     return QStringLiteral("select rowid, %1 from classdef").arg(columns.join(u", "));
 }
 
-QString kindName(ColumnKind kind)
-{
-    switch (kind) {
-    case ColumnKind::Integer:
-        return QStringLiteral("a 16-bit number");
-    case ColumnKind::Flag:
-        return QStringLiteral("a flag");
-    case ColumnKind::Text:
-        return QStringLiteral("a text");
-    case ColumnKind::Long:
-    case ColumnKind::Open:
-        break;
-    }
-    return QStringLiteral("another kind");
-}
-
 } // namespace
 
 SkippedChecks::SkippedChecks(Database& db) : m_db(db)
@@ -81,8 +66,9 @@ void NewClassRows::refuse(ClassColumn column, ColumnKind given) const
                              .arg(index + 1)
                              .arg(classdef::ColumnCount));
     if (classdef::kindOf(column) != given)
-        throw StoreError(QStringLiteral("A new class row was given %1 for its column \"%2\", which takes %3.")
-                             .arg(kindName(given), classdef::nameOf(column), kindName(classdef::kindOf(column))));
+        throw StoreError(
+            QStringLiteral("A new class row was given %1 for its column \"%2\", which takes %3.")
+                .arg(describeKind(given), classdef::nameOf(column), describeKind(classdef::kindOf(column))));
     throw StoreError(
         QStringLiteral("A new class row was given its column \"%1\" twice.").arg(classdef::nameOf(column)));
 }
