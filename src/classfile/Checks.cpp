@@ -5,6 +5,7 @@
 #include "LineReader.h"
 #include "store/Configurations.h"
 
+#include <charconv>
 #include <limits>
 
 namespace tarn
@@ -53,13 +54,13 @@ bool hasError(const std::vector<Problem>& problems)
 }
 
 ClassChecks::ClassChecks(const ExportWalk& walk, QString configName, bool protectOutput, std::size_t listed)
-    : m_lists(walk.lists()), m_weaponSlots(walk.weaponSlots()), m_grenadeSlots(walk.grenadeSlots()),
-      m_configName(std::move(configName)), m_protect(protectOutput), m_listed(listed)
+    : m_lists(walk.lists()), m_configName(std::move(configName)), m_protect(protectOutput), m_listed(listed)
 {
-    checkText(QStringLiteral("configuration name"), m_configName);
+    checkText("configuration name", m_configName);
 }
 
-void ClassChecks::check(qint64 rowId, std::optional<qint64> classNumber, const ExportedClass& cls)
+void ClassChecks::check(qint64 rowId, std::optional<qint64> classNumber, const ExportedClass& cls,
+                        const ClassSlotWriter::SlotValues& tracked)
 {
     m_rowId = rowId;
     m_number = classNumber;
@@ -70,7 +71,7 @@ void ClassChecks::check(qint64 rowId, std::optional<qint64> classNumber, const E
                            "lists first is not fixed")
                 .arg(*classNumber));
     m_previousNumber = classNumber;
-    checkSlots(cls);
+    checkSlots(cls, tracked);
     checkNumbers(cls);
     checkNames(cls);
     checkLineLengths(cls);
@@ -96,14 +97,13 @@ void ClassChecks::add(Problem::Severity severity, const QString& field, const QS
 
 // The tracking of the class editor and of the export puts the first entry in place of
 // an id that is no enabled entry.
-void ClassChecks::checkSlots(const ExportedClass& cls)
+void ClassChecks::checkSlots(const ExportedClass& cls, const ClassSlotWriter::SlotValues& tracked)
 {
-    const auto series = [&](const auto& slotIds, const SlotLookup& lookup, const std::vector<PickerEntry>& entries,
+    const auto series = [&](const auto& slotIds, std::size_t first, const std::vector<PickerEntry>& entries,
                             const char* kind, int firstSlot) {
         for (std::size_t k = 0; k < slotIds.size(); ++k) {
             const ShownNumber stored = slotIds[k];
-            const ShownNumber chosen = lookup.tracked(stored);
-            if (!stored || !chosen || chosen == stored || counted()) // with no entry, the slot keeps its id
+            if (!stored || !tracked[first + k] || counted()) // an empty slot takes the first entry unasked
                 continue;
             add(S::Warning, QStringLiteral("%1 %2").arg(QLatin1String(kind)).arg(firstSlot + int(k)),
                 QStringLiteral("id %1 is no enabled %2: the export stores and writes the first one, %3 (id %4), "
@@ -113,8 +113,8 @@ void ClassChecks::checkSlots(const ExportedClass& cls)
                     .arg(entries.front().id));
         }
     };
-    series(cls.weapons, m_weaponSlots, m_lists.weapons, "weapon", 2);
-    series(cls.grenades, m_grenadeSlots, m_lists.grenades, "grenade", 1);
+    series(cls.weapons, 0, m_lists.weapons, "weapon", 2);
+    series(cls.grenades, cls.weapons.size(), m_lists.grenades, "grenade", 1);
 }
 
 void ClassChecks::checkNumbers(const ExportedClass& cls)
@@ -139,34 +139,33 @@ void ClassChecks::checkNumbers(const ExportedClass& cls)
 // The model line is cut at blanks into its four fields.
 void ClassChecks::checkNames(const ExportedClass& cls)
 {
-    checkText(QStringLiteral("class name"), cls.name);
-    const std::array<std::pair<QString, const QString*>, 3> names{{{QStringLiteral("model name"), &cls.model},
-                                                                   {QStringLiteral("red skin"), &cls.redSkin},
-                                                                   {QStringLiteral("blue skin"), &cls.blueSkin}}};
+    checkText("class name", cls.name);
+    const std::array<std::pair<const char*, const QString*>, 3> names{
+        {{"model name", &cls.model}, {"red skin", &cls.redSkin}, {"blue skin", &cls.blueSkin}}};
     for (const auto& [field, name] : names) {
         checkText(field, *name);
         if (name->isEmpty())
-            add(S::Warning, field,
+            add(S::Warning, QLatin1String(field),
                 QStringLiteral("empty: the fields after it move up one place, and the class file will not read back"));
-        else if (name->contains(u' '))
-            add(S::Warning, field,
+        else if (std::find(name->cbegin(), name->cend(), u' ') != name->cend()) // short: no library call
+            add(S::Warning, QLatin1String(field),
                 QStringLiteral("holds a blank: the class file splits it in two fields, and will not read back"));
     }
 }
 
-void ClassChecks::checkText(const QString& field, const QString& text)
+void ClassChecks::checkText(const char* field, const QString& text)
 {
     // Most texts are plain ASCII without a carriage return: they pass at once.
     if (std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() < 0x80 && c != u'\r'; }))
         return;
     if (text.contains(u'\r')) {
-        add(S::Error, field,
+        add(S::Error, QLatin1String(field),
             QStringLiteral("holds a carriage return, which would end its line: the export refuses it"));
         return;
     }
     const Cp1252Encoding encoded = encodeCp1252(text);
     if (!encoded.ok()) {
-        add(S::Error, field,
+        add(S::Error, QLatin1String(field),
             QStringLiteral("holds %1, which a class file cannot carry: the export refuses it")
                 .arg(quoted(encoded.refused)));
         return;
@@ -175,20 +174,20 @@ void ClassChecks::checkText(const QString& field, const QString& text)
         const auto code = static_cast<unsigned char>(byte);
         const auto character = [&byte] { return decodeCp1252(QByteArrayView(&byte, 1)); };
         if (m_protect && code >= FirstCodeWithoutProtectedForm) {
-            add(S::Error, field,
+            add(S::Error, QLatin1String(field),
                 QStringLiteral("holds %1, which a protected class file cannot carry: Save As refuses it")
                     .arg(quoted(character())));
             return;
         }
         if (!m_protect && code == NoBreakSpace) {
-            add(S::Warning, field,
+            add(S::Warning, QLatin1String(field),
                 QStringLiteral("holds a no-break space, which reads back from the plain form as a blank and splits "
                                "the field"));
             return;
         }
         if (!m_protect && code >= FirstLoweredCode) {
             const char lowered = char(code - 128);
-            add(S::Warning, field,
+            add(S::Warning, QLatin1String(field),
                 QStringLiteral("holds %1, which reads back from the plain form as %2")
                     .arg(quoted(character()), quoted(decodeCp1252(QByteArrayView(&lowered, 1)))));
             return;
@@ -198,7 +197,9 @@ void ClassChecks::checkText(const QString& field, const QString& text)
 
 void ClassChecks::checkLineLengths(const ExportedClass& cls)
 {
-    const auto decoy = cls.decoySkin ? QString::number(*cls.decoySkin).size() : 0;
+    std::array<char, 24> digits;
+    const auto decoy =
+        cls.decoySkin ? std::to_chars(digits.begin(), digits.end(), *cls.decoySkin).ptr - digits.data() : 0;
     // One byte a character, for every text the file can carry at all.
     const qsizetype nameLine = cls.name.size() + 2;
     const qsizetype modelLine = cls.model.size() + cls.redSkin.size() + cls.blueSkin.size() + decoy + 3;

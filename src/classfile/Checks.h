@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ClassFileWriter.h"
-#include "SlotSearch.h"
+#include "store/Classes.h"
 #include "store/ReferenceLists.h"
 
 #include <QString>
@@ -43,11 +43,13 @@ class ClassChecks
 public:
     // Past `listed` warnings, further ones are only counted: a configuration of 30,000
     // stale classes would otherwise hold hundreds of thousands of lines nobody reads.
-    // The checks of the classes the walk meets; they look slots up in the walk's own lists.
+    // The checks of the classes the walk meets, with the walk's own lists.
     ClassChecks(const ExportWalk& walk, QString configName, bool protectOutput,
                 std::size_t listed = std::numeric_limits<std::size_t>::max());
 
-    void check(qint64 rowId, std::optional<qint64> classNumber, const ExportedClass& cls);
+    // The class as stored; tracked holds what the slot tracking puts in its slots.
+    void check(qint64 rowId, std::optional<qint64> classNumber, const ExportedClass& cls,
+               const ClassSlotWriter::SlotValues& tracked);
     const std::vector<Problem>& problems() const { return m_problems; }
     // The warnings past the listed ones.
     qsizetype unlisted() const { return m_unlisted; }
@@ -56,15 +58,13 @@ private:
     void add(Problem::Severity severity, const QString& field, const QString& what);
     // True when a warning can only be counted, and counts it.
     bool counted();
-    void checkSlots(const ExportedClass& cls);
+    void checkSlots(const ExportedClass& cls, const ClassSlotWriter::SlotValues& tracked);
     void checkNumbers(const ExportedClass& cls);
     void checkNames(const ExportedClass& cls);
-    void checkText(const QString& field, const QString& text);
+    void checkText(const char* field, const QString& text);
     void checkLineLengths(const ExportedClass& cls);
 
     const ReferenceLists& m_lists;
-    const SlotLookup& m_weaponSlots;
-    const SlotLookup& m_grenadeSlots;
     QString m_configName;
     bool m_protect;
     std::size_t m_listed;

@@ -65,22 +65,30 @@ qint32 boxSum(const Statement& row, const std::vector<BoxEntry>& boxes, const st
 
 // What the picker tracking leaves in each slot of a series, as the class editor's pickers
 // do: the id of the entry the search finds, or the slot as stored when the picker has no
-// entry to show. The slots it changed get their new values in changed, from `first` on;
-// returns whether it changed any.
+// entry to show. The slots it would change get their new values in changed, from `first`
+// on; returns whether it would change any.
 template <std::size_t N>
-bool trackSlots(std::array<ShownNumber, N>& slotIds, const SlotLookup& lookup, ClassSlotWriter::SlotValues& changed,
-                std::size_t first)
+bool trackSlots(const std::array<ShownNumber, N>& slotIds, const SlotLookup& lookup,
+                ClassSlotWriter::SlotValues& changed, std::size_t first)
 {
     bool any = false;
     for (std::size_t k = 0; k < N; ++k) {
         const ShownNumber chosen = lookup.tracked(slotIds[k]);
         const bool changes = chosen && chosen != slotIds[k];
         changed[first + k] = changes ? chosen : std::nullopt;
-        if (changes)
-            slotIds[k] = chosen;
         any = any || changes;
     }
     return any;
+}
+
+// Puts the tracking's new values into the slots of a series.
+template <std::size_t N>
+void takeSlots(std::array<ShownNumber, N>& slotIds, const ClassSlotWriter::SlotValues& changed, std::size_t first)
+{
+    for (std::size_t k = 0; k < N; ++k) {
+        if (changed[first + k])
+            slotIds[k] = changed[first + k];
+    }
 }
 
 // Reads the row into the class of the last row, whose texts keep their room.
@@ -129,11 +137,13 @@ int ExportWalk::walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, 
     ExportedClass cls;
     while (rows.step()) {
         readClass(rows, columns, m_lists, cls);
-        if (checks)
-            checks->check(rows.int64(columns.rowId), rows.optionalInt64(columns.number), cls);
         const bool weapons = trackSlots(cls.weapons, m_weaponSlots, changed, 0);
         const bool grenades = trackSlots(cls.grenades, m_grenadeSlots, changed, WeaponSlots);
+        if (checks)
+            checks->check(rows.int64(columns.rowId), rows.optionalInt64(columns.number), cls, changed);
         if (weapons || grenades) {
+            takeSlots(cls.weapons, changed, 0);
+            takeSlots(cls.grenades, changed, WeaponSlots);
             ++tracked;
             if (storeSlots)
                 slotWriter.write(rows.int64(columns.rowId), changed);

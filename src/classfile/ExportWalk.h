@@ -20,15 +20,13 @@ class ExportWalk
 {
 public:
     ExportWalk(Database& classDb, const ReferenceLists& lists);
-    // Each class goes to the checks (if any) as stored, then to the writer (if any) as
-    // tracked. Returns how many classes the tracking changed.
+    // Each class goes to the checks (if any) as stored, with the slots the tracking
+    // changes, then to the writer (if any) as tracked. Returns how many classes the tracking changed.
     int run(const QString& configName, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks = nullptr);
     // Hands one class, by its rowid, to the checks.
     void check(qint64 rowId, ClassChecks& checks);
 
     const ReferenceLists& lists() const { return m_lists; }
-    const SlotLookup& weaponSlots() const { return m_weaponSlots; }
-    const SlotLookup& grenadeSlots() const { return m_grenadeSlots; }
 
 private:
     int walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks);
