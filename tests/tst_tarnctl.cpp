@@ -65,15 +65,6 @@ private slots:
         insertTestSet(*stores.classDb);
     }
 
-    // A leading dash after "--" and blanks reach the store as typed.
-    void namesAreTakenExactly()
-    {
-        QCOMPARE(tarnctl({"new", "--", "-dash "}).status, 0);
-        QCOMPARE(tarnctl({"copy", "Test Set", " spaced "}).status, 0);
-        QCOMPARE(count("select count(*) from classdef where package_name = ' spaced '"), 2);
-        QCOMPARE(tarnctl({"list"}).out, QByteArray(" spaced \n-dash \nExample\nTest Set\n"));
-    }
-
     // One line on standard error says what and why; "-" is standard input. A usage error
     // ends with status 2 and a second line that points to the help.
     void problemsAreToldInOneLine_data()
@@ -490,18 +481,22 @@ private slots:
             QCOMPARE(run({"--data-dir", dir, "init"}).status, 1); // existing stores are never touched
     }
 
-    // A name in use twice is listed once, its classes counted once.
-    void listAsJsonCountsClassesAndQuietKeepsErrors()
+    // Names reach the store as typed, a leading dash after "--" and blanks too. A name in use
+    // twice is listed once, its classes counted once; --quiet keeps the errors.
+    void namesAreListedAsTypedAndQuietKeepsErrors()
     {
+        QCOMPARE(tarnctl({"new", "--", "-dash "}).status, 0);
+        QCOMPARE(tarnctl({"copy", "Test Set", " spaced "}).status, 0);
+        QCOMPARE(count("select count(*) from classdef where package_name = ' spaced '"), 2);
         QCOMPARE(tarnctl({"new", "Empty"}).status, 0);
         const Outcome quiet = tarnctl({"-q", "import", testDataPath("test_set_protected.class"), "Test Set"});
         QCOMPARE(quiet.status, 0);
         QCOMPARE(quiet.out, QByteArray());
-        QCOMPARE(tarnctl({"list"}).out, QByteArray("Empty\nExample\nTest Set\n"));
+        QCOMPARE(tarnctl({"list"}).out, QByteArray(" spaced \n-dash \nEmpty\nExample\nTest Set\n"));
         const QJsonArray list = QJsonDocument::fromJson(tarnctl({"list", "--json"}).out).array();
-        QCOMPARE(list.size(), 3);
-        QCOMPARE(list[0].toObject(), (QJsonObject{{"name", "Empty"}, {"classes", 0}, {"package_rows", 1}}));
-        QCOMPARE(list[2].toObject(), (QJsonObject{{"name", "Test Set"}, {"classes", 4}, {"package_rows", 2}}));
+        QCOMPARE(list.size(), 5);
+        QCOMPARE(list[2].toObject(), (QJsonObject{{"name", "Empty"}, {"classes", 0}, {"package_rows", 1}}));
+        QCOMPARE(list[4].toObject(), (QJsonObject{{"name", "Test Set"}, {"classes", 4}, {"package_rows", 2}}));
         QCOMPARE(tarnctl({"--quiet", "delete", "nobody"}).err,
                  QByteArray("tarnctl: no configuration is named \"nobody\"\n"));
     }
