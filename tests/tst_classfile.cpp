@@ -15,6 +15,7 @@
 #include <QtEndian>
 #include <array>
 #include <iconv.h>
+#include <numeric>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -26,9 +27,8 @@ using Status = ImportResult::Status;
 
 QByteArray allCodes()
 {
-    QByteArray bytes;
-    for (int code = 0; code < 256; ++code)
-        bytes.append(char(code));
+    QByteArray bytes(256, '\0');
+    std::iota(bytes.begin(), bytes.end(), '\0');
     return bytes;
 }
 
@@ -204,7 +204,6 @@ private slots:
         QTest::newRow("leading blank") << QByteArray(" a  b") << QByteArrayList{"", "a", "b"};
         QTest::newRow("trailing blank") << QByteArray("a b ") << QByteArrayList{"a", "b"};
         QTest::newRow("protected") << QByteArray("\xE1\xA0\xE2") << QByteArrayList{"a", "b"};
-        QTest::newRow("code 160 read from a plain line") << QByteArray("x\xA0y") << QByteArrayList{"x", "y"};
         QTest::newRow("tab is no separator") << QByteArray("a\tb c") << QByteArrayList{"a\tb", "c"};
         QTest::newRow("sign blank") << QByteArray("100  5  -2") << QByteArrayList{"100", "5", "-2"};
         QTest::newRow("30 and a blank") << words(30) + ' ' << words(30).split(' ');
@@ -269,13 +268,13 @@ private slots:
         QCOMPARE(readFile(path), file);
     }
 
-    // The class editor's pickers run the same search on their own rows.
+    // The class editor's pickers run the same search on their own rows; the window test finds
+    // the last of a doubled id and the last entry, these rows the edges of the text.
     void slotSearch_data()
     {
         QTest::addColumn<QList<qint64>>("ids");
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("position");
-        QTest::newRow("last position is searched") << QList<qint64>{0, 3, 3, 7} << "7" << 3;
         QTest::newRow("negative id") << QList<qint64>{0, -32768} << "-32768" << 1;
         QTest::newRow("empty text finds a later 0") << QList<qint64>{5, 0} << "" << 1;
         QTest::newRow("not a number") << QList<qint64>{0, 0} << "abc" << 0;
@@ -366,9 +365,8 @@ private slots:
         QTest::addColumn<QString>("model");
         QTest::addColumn<QString>("message");
         const QString prefix = QStringLiteral("Class \"Gunner\": the model name ");
-        QTest::newRow("accent, protected")
-            << true << "1" << QStringLiteral("gunn\u00E9r")
-            << prefix + QStringLiteral("\"gunn\u00E9r\" holds \"\u00E9\", which a protected class file cannot carry.");
+        // The euro sign is code 128, the first a protected file cannot carry; an accent further
+        // up is in the class editor's Save table, told in the same words.
         QTest::newRow("euro sign, protected")
             << true << "1" << QStringLiteral("\u20AC")
             << prefix + QStringLiteral("\"\u20AC\" holds \"\u20AC\", which a protected class file cannot carry.");
