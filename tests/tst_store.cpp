@@ -60,6 +60,8 @@ private slots:
         rs.requery();
         QCOMPARE(rs.recordCount(), 2);
         QCOMPARE(rs.value("w_name").toString(), QStringLiteral("first by id"));
+        rs.deleteCurrent(); // the next row moves into its place, but is not current until a move
+        QVERIFY_THROWS_EXCEPTION(StoreError, rs.value("w_name"));
 
         Recordset none(*m_db, {QStringLiteral("weapon"), QStringLiteral("w_id > 100"), {}, {}});
         QVERIFY(none.isEmpty() && none.eof());
