@@ -117,8 +117,7 @@ private slots:
         QVERIFY(toUtf16.get() != iconv_t(-1));
         const QString text = decodeCp1252(allCodes());
         for (int code = 0; code < 256; ++code) {
-            char byte = char(code);
-            char* in = &byte;
+            char byte = char(code), *in = &byte;
             std::array<uchar, 2> unit{};
             char* out = reinterpret_cast<char*>(unit.data());
             std::size_t inLeft = 1, outLeft = unit.size();
@@ -402,9 +401,7 @@ private slots:
         QTest::addColumn<QString>("spoil");
         QTest::addColumn<bool>("protect");
         QTest::addColumn<QStringList>("told");
-        const auto set = [](const char* assignment) {
-            return QStringLiteral("update classdef set %1 where class_num = 5").arg(QString::fromUtf8(assignment));
-        };
+        const auto set = [](const QString& to) { return "update classdef set " + to + " where class_num = 5"; };
         // One problem of class 5, named as the store has it.
         const auto told = [](const QString& level, const QString& what, const QString& name = "Gunner") {
             return QStringList{level + ": \"Test Set\", class 5 \"" + name + "\", " + what};
@@ -538,9 +535,7 @@ private slots:
             << classFile(header + QByteArrayList(32764) + a) << justA << "";
 
         // The ability and item sums: bits past the boxes are dropped, fractions go down.
-        const auto sums = [](const QByteArray& text) {
-            return classFile(ClassFileHeader + classRecord("A]", 4, "1 2 3 " + text));
-        };
+        const auto sums = [&](QByteArray both) { return classFile(header + classRecord("A]", 4, "1 2 3 " + both)); };
         const QString all = "1 [A] s1 s2 s3 s4 s5 s6 s7 s8 s9 s10 s11 s12 s13 s14 s15 s16 s17 s18 s19 s20 s21";
         QTest::newRow("5 and 2") << sums("  5  2") << QStringList{"1 [A] s1 s3 i2"} << "";
         QTest::newRow("256 is i9") << sums("  0  256") << QStringList{"1 [A] i9"} << "";
@@ -557,9 +552,7 @@ private slots:
         const QString badRecord = QStringLiteral("Bad Class Record: stray  text");
         QTest::newRow("bad record") << classFile(stray) << justA << badRecord;
         QTest::newRow("bad record, protected") << protectLine(classFile(stray), true) << justA << badRecord;
-        const auto second = [&](int line, const QByteArray& text) {
-            return classFile(first + classRecord("B]", line, text));
-        };
+        const auto second = [&](int line, QByteArray text) { return classFile(first + classRecord("B]", line, text)); };
         const QString integer = QStringLiteral("is not a whole number from -32768 to 32767.");
         const QString sum = QStringLiteral("is not a number from -2147483648 to 2147483647.");
         const QStringList none;

@@ -77,9 +77,7 @@ private slots:
                             const QByteArray& input = {}) {
             QTest::newRow(name) << arguments << input << status << said;
         };
-        const auto usage = [&](const char* name, const QStringList& arguments) {
-            row(name, arguments, "\nTry 'tarnctl --help'.\n", 2);
-        };
+        const auto usage = [&](const char* name, QStringList args) { row(name, args, "\nTry 'tarnctl --help'.\n", 2); };
         row("standard input no class file can be", {"import", "-", "zeros"}, "line 1 is longer than 32767 characters",
             1, QByteArray(8 * 1024 * 1024, '\0'));
         row("delete unknown", {"delete", "nobody"}, "no configuration is named \"nobody\"");
@@ -180,9 +178,7 @@ private slots:
         const QByteArray expected = readFile(testDataPath("test_set_unprotected.class"));
         QCOMPARE(tarnctl({"modid", " 12 "}).status, 0);
         QCOMPARE(tarnctl({"modid"}).out, "12\n");
-        const auto exportTo = [&](const QString& target) {
-            return tarnctl({"export", "Test Set", target, "--unprotected"});
-        };
+        const auto exportTo = [&](const QString& to) { return tarnctl({"export", "Test Set", to, "--unprotected"}); };
 
         QCOMPARE(exportTo("-").out, expected);
 
