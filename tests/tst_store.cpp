@@ -188,13 +188,12 @@ private slots:
             control.open(*m_db, {QStringLiteral("item"), {}, QStringLiteral("i_id"), QStringLiteral("item")});
             return;
         }
-        QTemporaryDir childDir;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("TARN_OPEN_WITHOUT_DIALOGS"), QStringLiteral("1"));
-        environment.insert(QStringLiteral("TMPDIR"), childDir.path());
+        environment.insert(QStringLiteral("TMPDIR"), m_dir.path());
         QProcess child;
         child.setProcessEnvironment(environment);
-        child.setWorkingDirectory(childDir.path());
+        child.setWorkingDirectory(m_dir.path());
         child.setProcessChannelMode(QProcess::MergedChannels);
         child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("controlWithoutDialogsStopsTheProgram")});
         QVERIFY(child.waitForFinished(60000));
