@@ -240,6 +240,7 @@ private slots:
         QTest::addColumn<QString>("target");
         QTest::newRow("class store") << "tarn_dat.db";
         QTest::newRow("reference store, by another path") << "./../data/tarn_ref.db";
+        QTest::newRow("reference store, by a link of another name") << "alias.db"; // made by the test
         QTest::newRow("settings") << "tarn.ini";
         QTest::newRow("a store's journal, by its name alone") << "tarn_dat.db-journal";
     }
@@ -248,6 +249,8 @@ private slots:
         QFETCH(QString, target);
         QCOMPARE(tarnctl({"modid", "12"}).status, 0);
         const QString path = inData(target);
+        if (target == "alias.db")
+            QVERIFY(QFile::link(inData("tarn_ref.db"), path));
         const QByteArray before = readFile(path);
         const Outcome outcome = tarnctl({"export", "Test Set", path});
         QCOMPARE(outcome.status, 1);
