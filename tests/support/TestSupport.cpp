@@ -8,17 +8,6 @@
 namespace tarn::test
 {
 
-QString plain(const QString& caption)
-{
-    QString text = caption;
-    return text.remove(u'&');
-}
-
-QString testDataPath(const QString& name)
-{
-    return QStringLiteral(TARN_TEST_DATA "/") + name;
-}
-
 QByteArray readFile(const QString& path)
 {
     QFile file(path);
@@ -50,7 +39,8 @@ int classCount(Database& classDb, const QString& config)
     return classDb.scalar(QStringLiteral("select count(*) from classdef where package_name = ?"), {config}).toInt();
 }
 
-void insertRow(Database& db, const QString& table, const QVariantMap& columns)
+// Inserts one row of the given column values.
+static void insertRow(Database& db, const QString& table, const QVariantMap& columns)
 {
     const QStringList places(columns.size(), QStringLiteral("?"));
     db.prepare(
@@ -74,11 +64,6 @@ void setReferenceRows(Database& refDb, const QString& table, const QList<RefRow>
         const QString prefix = table.left(1);
         insertRow(refDb, table, {{prefix + "_id", row.id}, {prefix + "_name", row.name}, {"kd_enabled", row.enabled}});
     }
-}
-
-QByteArray classFile(const QByteArrayList& lines, const QByteArray& lineEnd)
-{
-    return lines.join(lineEnd) + lineEnd;
 }
 
 QByteArrayList classRecord(const QByteArray& name, int line, const QByteArray& text)
