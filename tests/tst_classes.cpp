@@ -199,25 +199,34 @@ private slots:
     }
 
     // The pickers offer the enabled rows in id order: 0, 3, 3, 7. An id the list lacks, a
-    // disabled one among them, shows the first entry and takes its id when the row is left.
+    // disabled one among them, shows the first entry and takes its id when the row is left;
+    // with no row enabled the pickers are empty and the slots keep their ids.
     void pickersFollowTheRowAndWriteTheHiddenBox_data()
     {
         QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<bool>("noneEnabled");
         QTest::addColumn<int>("position");
         QTest::addColumn<QString>("hidden");
-        QTest::newRow("duplicated id: the last match") << QVariant(3) << 2 << "3";
-        QTest::newRow("disabled id") << QVariant(9) << 0 << "0";
-        QTest::newRow("missing value") << QVariant() << 0 << "0";
+        QTest::newRow("duplicated id: the last match") << QVariant(3) << false << 2 << "3";
+        QTest::newRow("disabled id") << QVariant(9) << false << 0 << "0";
+        QTest::newRow("missing value") << QVariant() << false << 0 << "0";
+        QTest::newRow("no row enabled") << QVariant(9) << true << -1 << "9";
     }
     void pickersFollowTheRowAndWriteTheHiddenBox()
     {
         QFETCH(QVariant, stored);
+        QFETCH(bool, noneEnabled);
         QFETCH(int, position);
         QFETCH(QString, hidden);
         for (const QString table : {"weapon", "grenade"})
-            setReferenceRows(
-                f->data.refDb(), table,
-                {{7, "Seven"}, {9, "Off", 0}, {0, "Zero"}, {3, "Three a"}, {6, "Unset", QVariant()}, {3, "Three b"}});
+            setReferenceRows(f->data.refDb(), table,
+                             noneEnabled ? QList<RefRow>{{9, "Off", 0}}
+                                         : QList<RefRow>{{7, "Seven"},
+                                                         {9, "Off", 0},
+                                                         {0, "Zero"},
+                                                         {3, "Three a"},
+                                                         {6, "Unset", QVariant()},
+                                                         {3, "Three b"}});
         insertClass(f->db(), Config, 1, {{"w5", stored}, {"g2", stored}, {"w1", 7}});
         insertClass(f->db(), Config, 2, {{"w5", 7}, {"g2", 7}});
         f->open(Config);
@@ -225,7 +234,8 @@ private slots:
             QStringList entries;
             for (int i = 0; i < f->picker(name)->count(); ++i)
                 entries << f->picker(name)->itemText(i) + u'=' + f->picker(name)->itemData(i).toString();
-            QCOMPARE(entries, QStringList({"Zero=0", "Three a=3", "Three b=3", "Seven=7"}));
+            QCOMPARE(entries,
+                     noneEnabled ? QStringList() : QStringList({"Zero=0", "Three a=3", "Three b=3", "Seven=7"}));
         }
         QVERIFY(f->picker("w2")->isEditable());
         QCOMPARE(f->picker("w5")->currentIndex(), position);
@@ -234,23 +244,10 @@ private slots:
         QCOMPARE(f->text("dg2"), hidden);
         QCOMPARE(f->column(Config, 1, "w5").toString(), stored.toString()); // looking alone stores nothing
         QVERIFY(f->nav().moveNext());
-        QCOMPARE(f->picker("w5")->currentIndex(), 3);
+        QCOMPARE(f->picker("w5")->currentIndex(), noneEnabled ? -1 : 3);
         QCOMPARE(f->column(Config, 1, "w5").toString(), hidden);
         QCOMPARE(f->column(Config, 1, "g2").toString(), hidden);
         QCOMPARE(f->column(Config, 1, "w1").toInt(), 7);
-    }
-
-    void withNoEnabledWeaponTheSlotsKeepTheirIds()
-    {
-        setReferenceRows(f->data.refDb(), "weapon", {{4, "Off", 0}});
-        f->addConfig(Config, {1, 2});
-        insertClass(f->db(), Config, 3, {{"w2", 4}});
-        f->open(Config);
-        QVERIFY(f->nav().moveLast());
-        QCOMPARE(f->picker("w2")->count(), 0);
-        QCOMPARE(f->text("dw2"), QStringLiteral("4"));
-        QVERIFY(f->nav().moveFirst());
-        QCOMPARE(f->column(Config, 3, "w2").toInt(), 4);
         QVERIFY(f->dialogs.messages.isEmpty());
     }
 
@@ -386,10 +383,9 @@ private slots:
     // with every column as it was stored.
     void undoDeleteClassBringsBackEveryColumn()
     {
-        insertTestSet(f->db());
+        f->openTestSet();
         const QString rows = "select * from classdef where package_name = 'Test Set' order by class_num";
         const QStringList before = rowsOf(f->db(), rows);
-        f->open(QStringLiteral("Test Set"));
         QVERIFY(f->nav().moveLast());
         f->press("Command1");
         f->press("Command1");
@@ -406,8 +402,7 @@ private slots:
     // the edit on show, and the list follows the edit.
     void aClickInTheClassListMovesAndStores()
     {
-        insertTestSet(f->db());
-        f->open(QStringLiteral("Test Set"));
+        f->openTestSet();
         f->trigger("mnuViewClassList");
         auto* list = f->control<QTableView>("tblClasses");
         QCOMPARE(list->model()->rowCount(), 2);
@@ -452,9 +447,7 @@ private slots:
     void thePreviewIsWhatTheExportWrites()
     {
         QFETCH(bool, protect);
-        insertTestSet(f->db());
-        f->data.state->modId = QStringLiteral("12");
-        f->open(QStringLiteral("Test Set"));
+        f->openTestSet();
         f->trigger("mnuViewPreview");
         f->control<QCheckBox>("chkPreviewProtected")->setChecked(protect);
         const QString file = testDataPath(protect ? "test_set_protected.class" : "test_set_unprotected.class");
