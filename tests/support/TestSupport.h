@@ -38,6 +38,10 @@ QStringList rowsOf(Database& db, const QString& sql, const QVariantList& params 
 int classCount(Database& classDb, const QString& config);
 // A class of the configuration, whose package row is added first when it has none.
 void insertClass(Database& classDb, const QString& config, int number, QVariantMap columns = {});
+// The configuration "Test Set" whose class file, with Mod ID 12 and the starting
+// reference rows, is tests/data/test_set_protected.class (and _unprotected): the
+// classes "Light Scout" (number 1) and "Gunner" (number 5).
+void insertTestSet(Database& classDb);
 
 // A reference row: id, name and kd_enabled (a null QVariant is a missing value).
 struct RefRow {
