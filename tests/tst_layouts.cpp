@@ -212,26 +212,23 @@ private slots:
     {
         QFETCH(QString, config);
         QFETCH(bool, walkToTheLast);
-        TempData data;
-        ScriptedDialogs dialogs;
+        WindowFixture f;
         for (const QString& name : {QStringLiteral("C"), config}) {
             for (int number = 1; number <= 120; ++number)
-                insertClass(data.classDb(), name, number);
+                insertClass(f.data.classDb(), name, number);
         }
         QStringList wholeNames; // Label31's tooltip and accessible name
         const auto arrangement = [&](const QString& name, bool last) {
-            data.state->currentConfig = name;
-            frmClasses editor(*data.state, dialogs);
-            editor.show();
+            QWidget& editor = f.open(Window::Classes, name);
             if (last)
-                editor.findChild<DataControl*>("dbClassDef")->moveLast();
+                f.nav().moveLast();
             QApplication::sendPostedEvents(); // the layouts settle
             QStringList places;
             for (const QWidget* control : visibleControls(editor))
                 places << control->objectName() + u'@' + QString::number(placeIn(editor, *control).x());
             for (const QScrollBar* bar : editor.findChildren<QScrollBar*>())
                 places << (bar->isVisible() ? "scroll bar shown" : "no scroll bar");
-            const auto* shownName = editor.findChild<QLabel*>("Label31");
+            const auto* shownName = f.control<QLabel>("Label31");
             wholeNames << shownName->toolTip() + u'|' + shownName->accessibleName();
             return places;
         };
