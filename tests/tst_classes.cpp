@@ -3,7 +3,6 @@
 #include "classes/frmClasses.h"
 #include "store/Configurations.h"
 #include "store/Database.h"
-#include "support/TestSet.h"
 #include "support/WindowFixture.h"
 #include "toolkit/DataControl.h"
 
@@ -580,11 +579,9 @@ private slots:
         QCOMPARE(f->text("fldClassName"), QStringLiteral("C%1").arg(left.first()));
         QVERIFY(f->dialogs.messages.isEmpty());
         QVERIFY(f->dialogs.prompts.isEmpty());
-        QCOMPARE(f->db()
-                     .scalar("select count(*) from classdef where package_name = ? and (w3 = ? or model_name = 'lost')",
-                             {Config, chosen})
-                     .toInt(),
-                 0);
+        QCOMPARE(rowsOf(f->db(), "select 1 from classdef where package_name = ? and (w3 = ? or model_name = 'lost')",
+                        {Config, chosen}),
+                 QStringList());
         QCOMPARE(rowsOf(f->db(), "select w4, w5 from classdef where package_name = ? order by class_num", {Config}),
                  slotIds);
         QVERIFY(f->nav().moveNext());
