@@ -32,6 +32,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <sys/stat.h>
+#include <utility>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -115,10 +116,11 @@ class ConfigWindowTest : public QObject
 private slots:
     void init() { f = std::make_unique<MainWindow>(); }
 
-    // The real file dialogs behind the seam. The open dialog shows the captions as written, and
+    // The real dialogs behind the seam. The open dialog shows the captions as written, and
     // "All Files (*.*)" lists a name without a dot. Save As replaces an existing file without a
-    // question: the author named it on purpose.
-    void fileDialogs()
+    // question: the author named it on purpose. The delete question carries the stop icon, and
+    // Enter takes its default, which is No.
+    void realDialogs()
     {
         QTemporaryDir dir;
         for (const char* name : {"set.class", "noext", "notes.txt"})
@@ -156,11 +158,6 @@ private slots:
                           shown.close();
                       });
         QVERIFY(!asks);
-    }
-
-    // The delete question carries the stop icon, and Enter takes its default, which is No.
-    void confirmationStopsAndDefaultsToNo()
-    {
         QString seen;
         onModalDialog([&] { seen += QtDialogs().confirm(nullptr, "Delete it?", "Delete") ? "Yes" : "No"; },
                       [&](QWidget& shown) {
@@ -201,7 +198,6 @@ private slots:
 
     void listsConfigurationsInTheStoresOrderWithNothingSelected()
     {
-        QCOMPARE(f->main().windowTitle(), QStringLiteral("KD Tarn Workbench (TARN) - Version 1.4"));
         QCOMPARE(f->main().configNames(), Listed);
         QCOMPARE(f->list()->count(), 4);
         QCOMPARE(f->list()->currentRow(), -1);
@@ -369,8 +365,7 @@ private slots:
         f->dialogs.confirmAnswers << true;
         f->press("btDelete");
         QCOMPARE(f->dialogs.prompts,
-                 QStringList{
-                     QStringLiteral("Delete Confirmation|Are you sure you want to delete the '%1' Config?").arg(name)});
+                 QStringList{"Delete Confirmation|Are you sure you want to delete the 'alpha' Config?"});
         QCOMPARE(classCount(f->data.classDb(), name), 0);
         QCOMPARE(classCount(f->data.classDb(), QStringLiteral("Example")), 2);
         QCOMPARE(f->main().configNames(), Listed);
@@ -454,25 +449,20 @@ private slots:
         QVERIFY(!f->dialogs.busy);
         QCOMPARE(f->dialogs.busyChanges, 2);
         QVERIFY(f->dialogs.messages.isEmpty());
-    }
 
-    void copyIntoANameInUseIsToldAndTheSelectionStays_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("another configuration") << "alpha";
-        QTest::newRow("the source itself") << "Example";
-    }
-    void copyIntoANameInUseIsToldAndTheSelectionStays()
-    {
-        QFETCH(QString, name);
-        const QStringList before = everything();
-        copyExample(name);
-        QCOMPARE(f->dialogs.messages, QStringList{"There is already a configuration named \"" + name +
-                                                  "\". The copy needs a name of its own."});
-        QCOMPARE(everything(), before);
-        QVERIFY(!f->dialogs.busy);
-        QCOMPARE(f->data.state->currentConfig, QStringLiteral("Example"));
-        QCOMPARE(f->main().configNames(), Listed);
+        // A name in use, another's or the source's own, is told, and the selection stays.
+        const QStringList after = everything();
+        const QStringList listed = f->main().configNames();
+        for (const QString name : {"alpha", "Example"}) {
+            copyExample(name);
+            QCOMPARE(std::exchange(f->dialogs.messages, {}),
+                     QStringList{"There is already a configuration named \"" + name +
+                                 "\". The copy needs a name of its own."});
+            QCOMPARE(everything(), after);
+            QVERIFY(!f->dialogs.busy);
+            QCOMPARE(f->data.state->currentConfig + u'|' + f->main().configNames().join(u','),
+                     "Example|" + listed.join(u','));
+        }
     }
 
     // An import by the button and its file dialog, by a file opened from the desktop or
