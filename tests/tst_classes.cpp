@@ -115,10 +115,8 @@ private slots:
         QStringList seen;
         for (const auto& [box, column] : shownBy)
             seen << box + u'=' + f->text(box);
-        for (int k = 1; k <= 21; ++k) { // item box k - 1 shows i<k>, ability box k - 1 shows s<k>
-            for (const auto& [box, column] : {std::pair{"Check1_", "i"}, std::pair{"special_", "s"}}) {
-                if (k > 8 && column == QLatin1String("i"))
-                    continue;
+        for (const auto& [box, column, count] : {std::tuple{"Check1_", "i", 8}, std::tuple{"special_", "s", 21}}) {
+            for (int k = 1; k <= count; ++k) { // box k - 1 shows column k
                 const QString name = box + QString::number(k - 1);
                 expected << name + u'=' + QString::number(ticked.contains(column + QString::number(k)));
                 seen << name + u'=' + QString::number(f->control<QCheckBox>(name)->isChecked());
@@ -133,7 +131,6 @@ private slots:
         QCOMPARE(f->nav().caption(), QStringLiteral("Class Def"));
         QCOMPARE(plain(f->control<QPushButton>("AddClass")->text()), QStringLiteral("Add  Class"));
         QCOMPARE(plain(f->control<QPushButton>("Command1")->text()), QStringLiteral("Delete Class"));
-        QCOMPARE(f->control<QLabel>("Label12")->text(), QStringLiteral("Blaster"));
         QStringList entries;
         for (QAction* menu : editor.menuBar()->actions()) {
             for (QAction* entry : menu->menu()->actions())
@@ -142,10 +139,6 @@ private slots:
         QCOMPARE(entries, QStringList({"File/Save As...", "File/Save Unprotected...", "Edit/Find Class...",
                                        "Edit/Undo Delete Class off", "View/Problems", "View/Class List",
                                        "View/Class File Preview"}));
-        for (int n = 2; n <= 10; ++n)
-            QCOMPARE(f->picker(QStringLiteral("w%1").arg(n))->accessibleName(), QStringLiteral("Weapon %1").arg(n));
-        for (int n = 1; n <= 3; ++n)
-            QCOMPARE(f->picker(QStringLiteral("g%1").arg(n))->accessibleName(), QStringLiteral("Grenade %1").arg(n));
     }
 
     // The k-th row by id fills box k-1; a box no row fills is hidden, and keeps its column.
@@ -599,9 +592,8 @@ private slots:
         QCOMPARE(f->dialogs.messages, QStringList{NoClassLeft});
         QVERIFY(f->classNumbers(name).isEmpty());
         QCOMPARE(f->control<QLabel>("Label31")->text() + u'|' + f->text("fldClassName"), name + "|C7");
-        QVERIFY(!f->box("fldClassName")->isEnabled());
-        QVERIFY(f->control<QLabel>("lblPosition")->text().isEmpty());
-        QVERIFY(!f->picker("w2")->isEnabled());
+        QVERIFY(!f->box("fldClassName")->isEnabled() && !f->picker("w2")->isEnabled());
+        QCOMPARE(f->control<QLabel>("lblPosition")->text(), QString());
         f->press("Command1"); // nothing left to delete: the advice again, and no harm
         QCOMPARE(f->dialogs.messages, QStringList({NoClassLeft, NoClassLeft}));
 

@@ -221,14 +221,13 @@ private slots:
         ReferenceEditor f;
         f.open(fetchWindow(), {{16, 2, 8, 4}});
         QCOMPARE(f.text("Text1") + u'|' + f.text("Text2"), QStringLiteral("2|Row 2"));
-        const QList<std::pair<QString, QString>> moves{
-            {"Next record", "4"},     {"Next record", "8"},     {"Next record", "16"},    {"Next record", "16"},
-            {"Previous record", "8"}, {"Previous record", "4"}, {"Previous record", "2"}, {"Previous record", "2"},
-            {"Last record", "16"},    {"First record", "2"},    {"Next record", "4"}};
-        for (const auto& [button, id] : moves) {
-            f.navigate(button);
-            QCOMPARE(f.text("Text1"), id);
+        QStringList seen; // the id after each move
+        for (const char* button : {"Next", "Next", "Next", "Next", "Previous", "Previous", "Previous", "Previous",
+                                   "Last", "First", "Next"}) {
+            f.navigate(button + QStringLiteral(" record"));
+            seen << f.text("Text1");
         }
+        QCOMPARE(seen.join(u' '), "4 8 16 16 8 4 2 2 16 2 4");
         f.press("Command2");
         QCOMPARE(f.ids(), "2 8 16");
         QCOMPARE(f.text("Text1"), QStringLiteral("2"));
@@ -266,9 +265,7 @@ private slots:
                 f.open(fetchWindow());
             else
                 f.press("Command2");
-            QCOMPARE(f.ids(), QString());
-            for (const char* name : {"Text1", "Text2", "Text5"})
-                QVERIFY2(f.text(name).isEmpty(), name);
+            QCOMPARE(f.ids() + f.text("Text1") + f.text("Text2") + f.text("Text5"), QString());
         }
         f.press("Command2"); // nothing is left to delete
         f.navigate(QStringLiteral("Next record"));
