@@ -60,12 +60,6 @@ void WindowFixture::navigate(const QString& button) const
     QFAIL(qPrintable(QStringLiteral("no navigator button \"%1\"").arg(button)));
 }
 
-bool WindowFixture::activate() const
-{
-    window->activateWindow();
-    return QTest::qWaitForWindowActive(window.get());
-}
-
 bool WindowFixture::leave(const QString& how) const
 {
     const qsizetype told = dialogs.messages.size();

@@ -52,7 +52,11 @@ struct WindowFixture {
     void choose(const QString& pickerName, int index) const;
     // A navigator button: "First record", "Previous record", "Next record", "Last record".
     void navigate(const QString& button) const;
-    bool activate() const;
+    bool activate() const
+    {
+        window->activateWindow();
+        return QTest::qWaitForWindowActive(window.get());
+    }
     // Leaves the row on show by a navigator button, "add" (the window's add button),
     // "close", "Esc" or "Ctrl+W"; true when the window let it go without a word.
     bool leave(const QString& how) const;
