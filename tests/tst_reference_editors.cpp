@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <cmath>
 #include <optional>
 
 using namespace tarn;
@@ -64,6 +65,14 @@ Window fetchWindow()
 }
 const QList<Window> BitWindows{Window::Items, Window::Special};
 
+// A row of the bound-form table: in the window, text typed into the box (a picker's entry
+// by position; "tick" clicks a box), the row left by how, and the column's outcome: the
+// value stored, or the refusal.
+struct Typed {
+    Window window;
+    QString box, typed, how, column, outcome;
+};
+
 QString refusal(const char* field, const char* typed, bool large)
 {
     return QStringLiteral("%1 cannot be \"%2\": it must be a whole number from %3.")
@@ -72,6 +81,8 @@ QString refusal(const char* field, const char* typed, bool large)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(Typed)
 
 class TestReferenceEditors : public QObject
 {
@@ -84,14 +95,9 @@ private slots:
     // and the row is not left until it is corrected.
     void boundFormStoresWhatWasTyped_data()
     {
-        QTest::addColumn<Window>("window");
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<QString>("typed"); // a picker's entry by position; "tick" clicks a box
-        QTest::addColumn<QString>("how");
-        QTest::addColumn<QString>("column");
-        QTest::addColumn<QString>("outcome"); // the value stored, or the refusal
+        QTest::addColumn<Typed>("row");
         using enum Window;
-        const QList<std::tuple<Window, const char*, const char*, const char*, const char*, QString>> rows{
+        const QList<Typed> rows{
             {Classes, "fldClassName", "Sniper", "Next record", "class_name", "Sniper"},
             {Classes, "maxshells", "", "close", "maxshells", "<null>"},
             {Classes, "fldDecoySkin", "-3", "Esc", "decoyskin", "-3"},
@@ -110,19 +116,15 @@ private slots:
             {Grenades, "Text1", "2.5", "Next record", "g_id", refusal("Grenade ID", "2.5", false)},
             {Items, "Text1", "2147483648", "add", "i_id", refusal("Item ID", "2147483648", true)},
             {Special, "Text1", "bit", "Esc", "s_id", refusal("Special ID", "bit", true)}};
-        for (const auto& [window, box, typed, how, column, outcome] : rows)
-            QTest::addRow("%s %s \"%s\", %s", qPrintable(window == Classes ? "classdef" : tableOf(window)), box, typed,
-                          how)
-                << window << QString(box) << QString(typed) << QString(how) << QString(column) << outcome;
+        for (const Typed& row : rows)
+            QTest::addRow("%s %s \"%s\", %s", qPrintable(row.window == Classes ? "classdef" : tableOf(row.window)),
+                          qPrintable(row.box), qPrintable(row.typed), qPrintable(row.how))
+                << row;
     }
     void boundFormStoresWhatWasTyped()
     {
-        QFETCH(Window, window);
-        QFETCH(QString, box);
-        QFETCH(QString, typed);
-        QFETCH(QString, how);
-        QFETCH(QString, column);
-        QFETCH(QString, outcome);
+        QFETCH(Typed, row);
+        const auto& [window, box, typed, how, column, outcome] = row;
         ReferenceEditor f;
         const bool classes = window == Window::Classes;
         if (classes) {
@@ -361,15 +363,13 @@ private slots:
         f.box("fldResult")->setText(QStringLiteral("earlier"));
         f.type("fldBitNum", typed);
         f.press("btnCalc");
-        qint64 answer = 1; // doubled by hand
-        for (int i = 0; i < bit; ++i)
-            answer *= 2;
         QCOMPARE(f.dialogs.messages,
                  bit < 0 ? QStringList{QStringLiteral("Number must be between 0 and 30")} : QStringList{});
         f.navigate(QStringLiteral("Next record"));
         f.press("Command1");
         QVERIFY(f.text("Text1").isEmpty());
-        QCOMPARE(f.text("fldResult"), bit < 0 ? QStringLiteral("earlier") : QString::number(answer));
+        QCOMPARE(f.text("fldResult"),
+                 bit < 0 ? QStringLiteral("earlier") : QString::number(std::ldexp(1.0, bit), 'f', 0));
         QCOMPARE(f.text("fldBitNum"), typed);
     }
 };
