@@ -33,9 +33,8 @@ const QString NoClassLeft = QStringLiteral("You should add a new class before ch
 struct ClassEditor : WindowFixture {
     Database& db() { return data.classDb(); }
     // A new configuration holding classes of the given numbers, named "C<number>".
-    void addConfig(const QString& name, const QList<int>& numbers = {})
+    void addConfig(const QString& name, const QList<int>& numbers)
     {
-        addConfiguration(db(), name);
         for (int number : numbers)
             insertClass(db(), name, number, {{QStringLiteral("class_name"), QStringLiteral("C%1").arg(number)}});
     }
