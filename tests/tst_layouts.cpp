@@ -19,7 +19,6 @@
 #include <QStatusBar>
 #include <QTest>
 #include <QTextDocument>
-#include <QTimer>
 #include <cmath>
 
 using namespace tarn;
