@@ -222,15 +222,14 @@ private slots:
         QTemporaryDir dir;
         const QString settingsFile = dir.filePath("windows.ini");
         const WindowMemory memory(settingsFile);
-        QWidget first;
-        first.setObjectName("frmTest");
+        QWidget first, again, fresh;
+        for (QWidget* window : {&first, &again, &fresh})
+            window->setObjectName("frmTest");
         first.setGeometry(40, 50, 321, 123);
         memory.remember(first);
         QVERIFY(QDir().mkpath(dir.filePath("exports")));
         memory.rememberFolderOf("export", dir.filePath("exports/a.class"));
 
-        QWidget again;
-        again.setObjectName("frmTest");
         memory.restore(again);
         QCOMPARE(again.size(), QSize(321, 123));
         QCOMPARE(memory.lastFolder("export"), dir.filePath("exports"));
@@ -238,8 +237,6 @@ private slots:
         QCOMPARE(memory.lastFolder("export"), QString());
 
         QVERIFY(writeFile(settingsFile, QByteArray("\xFF\x00[windows\n=\x01garbage", 20)));
-        QWidget fresh;
-        fresh.setObjectName("frmTest");
         fresh.resize(100000, 100000); // larger than any screen
         WindowMemory(settingsFile).restore(fresh);
         QVERIFY(fresh.screen()->availableGeometry().size().expandedTo(fresh.size()) ==
@@ -479,7 +476,6 @@ private slots:
         const QByteArray badRecord =
             classFile(ClassFileHeader + classRecord("A]") + QByteArrayList{protectLine("stray", true), "[B]", "x"});
         const QString complete = QStringLiteral("Import Complete");
-        const QString cannotOpen = QStringLiteral("Cannot open %1: ");
         QTest::newRow("button") << "button" << QString("Copy One") << good << complete << 2;
         QTest::newRow("opened") << "opened" << QString("Desktop") << good << complete << 2;
         QTest::newRow("dropped") << "dropped" << QString("Desktop") << good << complete << 2;
@@ -490,7 +486,7 @@ private slots:
             << "Cannot import %1: line 7: max health \"99999\" is not a whole number from -32768 to 32767." << 0;
         QTest::newRow("a bad record, read unprotected as every line")
             << "button" << QString("half") << badRecord << "Bad Class Record: stray" << 1;
-        QTest::newRow("unreadable") << "button" << QString("broken") << QByteArray() << cannotOpen << 0;
+        QTest::newRow("unreadable") << "button" << QString("broken") << QByteArray() << "Cannot open %1: " << 0;
     }
     void importMakesANewConfiguration()
     {

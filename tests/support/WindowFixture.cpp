@@ -18,17 +18,16 @@ namespace tarn::test
 QWidget& WindowFixture::open(Window which, const QString& config)
 {
     using enum Window;
-    AppState& state = *data.state;
-    state.currentConfig = config;
+    data.state->currentConfig = config;
     window.reset(); // one window at a time, as the program has them
     if (which == Config)
-        window = std::make_unique<frmConfig>(state, dialogs);
+        window = std::make_unique<frmConfig>(*data.state, dialogs);
     else if (which == Classes)
-        window = std::make_unique<frmClasses>(state, dialogs);
+        window = std::make_unique<frmClasses>(*data.state, dialogs);
     else if (which == About)
         window = std::make_unique<frmAbout>();
     else
-        window = createReferenceWindow(ReferenceTable(int(which) - int(Weapons)), state, dialogs, nullptr);
+        window = createReferenceWindow(ReferenceTable(int(which) - int(Weapons)), *data.state, dialogs, nullptr);
     window->show();
     return *window;
 }
