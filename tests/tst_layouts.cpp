@@ -1,7 +1,3 @@
-#include "classes/frmClasses.h"
-#include "config/frmAbout.h"
-#include "config/frmConfig.h"
-#include "reference/ReferenceWindows.h"
 #include "support/WindowFixture.h"
 #include "toolkit/DataControl.h"
 #include "toolkit/QtDialogs.h"

@@ -2,7 +2,6 @@
 // reference editors share: their captions, navigation, Add Record and Delete Record. Then
 // the item and ability editors' own parts: the bit number of the current row and the bit
 // calculator.
-#include "config/frmConfig.h"
 #include "reference/BitNumbers.h"
 #include "store/Database.h"
 #include "support/WindowFixture.h"
