@@ -3,7 +3,6 @@
 #include "classes/frmClasses.h"
 #include "store/Configurations.h"
 #include "store/Database.h"
-#include "support/TestSet.h"
 #include "support/WindowFixture.h"
 #include "toolkit/DataControl.h"
 
@@ -11,12 +10,10 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDockWidget>
-#include <QFile>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QStatusBar>
 #include <QTableView>
 #include <QTest>
@@ -34,9 +31,8 @@ const QString NoClassLeft = QStringLiteral("You should add a new class before ch
 struct ClassEditor : WindowFixture {
     Database& db() { return data.classDb(); }
     // A new configuration holding classes of the given numbers, named "C<number>".
-    void addConfig(const QString& name, const QList<int>& numbers = {})
+    void addConfig(const QString& name, const QList<int>& numbers)
     {
-        addConfiguration(db(), name);
         for (int number : numbers)
             insertClass(db(), name, number, {{QStringLiteral("class_name"), QStringLiteral("C%1").arg(number)}});
     }
@@ -116,10 +112,8 @@ private slots:
         QStringList seen;
         for (const auto& [box, column] : shownBy)
             seen << box + u'=' + f->text(box);
-        for (int k = 1; k <= 21; ++k) { // item box k - 1 shows i<k>, ability box k - 1 shows s<k>
-            for (const auto& [box, column] : {std::pair{"Check1_", "i"}, std::pair{"special_", "s"}}) {
-                if (k > 8 && column == QLatin1String("i"))
-                    continue;
+        for (const auto& [box, column, count] : {std::tuple{"Check1_", "i", 8}, std::tuple{"special_", "s", 21}}) {
+            for (int k = 1; k <= count; ++k) { // box k - 1 shows column k
                 const QString name = box + QString::number(k - 1);
                 expected << name + u'=' + QString::number(ticked.contains(column + QString::number(k)));
                 seen << name + u'=' + QString::number(f->control<QCheckBox>(name)->isChecked());
@@ -128,13 +122,10 @@ private slots:
         QCOMPARE(seen, expected);
     }
 
-    void captions()
+    // Every command stands in its menu, and Undo Delete Class waits for a delete.
+    void menus()
     {
         frmClasses& editor = f->openOn({1});
-        QCOMPARE(f->nav().caption(), QStringLiteral("Class Def"));
-        QCOMPARE(plain(f->control<QPushButton>("AddClass")->text()), QStringLiteral("Add  Class"));
-        QCOMPARE(plain(f->control<QPushButton>("Command1")->text()), QStringLiteral("Delete Class"));
-        QCOMPARE(f->control<QLabel>("Label12")->text(), QStringLiteral("Blaster"));
         QStringList entries;
         for (QAction* menu : editor.menuBar()->actions()) {
             for (QAction* entry : menu->menu()->actions())
@@ -143,10 +134,6 @@ private slots:
         QCOMPARE(entries, QStringList({"File/Save As...", "File/Save Unprotected...", "Edit/Find Class...",
                                        "Edit/Undo Delete Class off", "View/Problems", "View/Class List",
                                        "View/Class File Preview"}));
-        for (int n = 2; n <= 10; ++n)
-            QCOMPARE(f->picker(QStringLiteral("w%1").arg(n))->accessibleName(), QStringLiteral("Weapon %1").arg(n));
-        for (int n = 1; n <= 3; ++n)
-            QCOMPARE(f->picker(QStringLiteral("g%1").arg(n))->accessibleName(), QStringLiteral("Grenade %1").arg(n));
     }
 
     // The k-th row by id fills box k-1; a box no row fills is hidden, and keeps its column.
@@ -199,25 +186,34 @@ private slots:
     }
 
     // The pickers offer the enabled rows in id order: 0, 3, 3, 7. An id the list lacks, a
-    // disabled one among them, shows the first entry and takes its id when the row is left.
+    // disabled one among them, shows the first entry and takes its id when the row is left;
+    // with no row enabled the pickers are empty and the slots keep their ids.
     void pickersFollowTheRowAndWriteTheHiddenBox_data()
     {
         QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<bool>("noneEnabled");
         QTest::addColumn<int>("position");
         QTest::addColumn<QString>("hidden");
-        QTest::newRow("duplicated id: the last match") << QVariant(3) << 2 << "3";
-        QTest::newRow("disabled id") << QVariant(9) << 0 << "0";
-        QTest::newRow("missing value") << QVariant() << 0 << "0";
+        QTest::newRow("duplicated id: the last match") << QVariant(3) << false << 2 << "3";
+        QTest::newRow("disabled id") << QVariant(9) << false << 0 << "0";
+        QTest::newRow("missing value") << QVariant() << false << 0 << "0";
+        QTest::newRow("no row enabled") << QVariant(9) << true << -1 << "9";
     }
     void pickersFollowTheRowAndWriteTheHiddenBox()
     {
         QFETCH(QVariant, stored);
+        QFETCH(bool, noneEnabled);
         QFETCH(int, position);
         QFETCH(QString, hidden);
         for (const QString table : {"weapon", "grenade"})
-            setReferenceRows(
-                f->data.refDb(), table,
-                {{7, "Seven"}, {9, "Off", 0}, {0, "Zero"}, {3, "Three a"}, {6, "Unset", QVariant()}, {3, "Three b"}});
+            setReferenceRows(f->data.refDb(), table,
+                             noneEnabled ? QList<RefRow>{{9, "Off", 0}}
+                                         : QList<RefRow>{{7, "Seven"},
+                                                         {9, "Off", 0},
+                                                         {0, "Zero"},
+                                                         {3, "Three a"},
+                                                         {6, "Unset", QVariant()},
+                                                         {3, "Three b"}});
         insertClass(f->db(), Config, 1, {{"w5", stored}, {"g2", stored}, {"w1", 7}});
         insertClass(f->db(), Config, 2, {{"w5", 7}, {"g2", 7}});
         f->open(Config);
@@ -225,7 +221,8 @@ private slots:
             QStringList entries;
             for (int i = 0; i < f->picker(name)->count(); ++i)
                 entries << f->picker(name)->itemText(i) + u'=' + f->picker(name)->itemData(i).toString();
-            QCOMPARE(entries, QStringList({"Zero=0", "Three a=3", "Three b=3", "Seven=7"}));
+            QCOMPARE(entries,
+                     noneEnabled ? QStringList() : QStringList({"Zero=0", "Three a=3", "Three b=3", "Seven=7"}));
         }
         QVERIFY(f->picker("w2")->isEditable());
         QCOMPARE(f->picker("w5")->currentIndex(), position);
@@ -234,23 +231,10 @@ private slots:
         QCOMPARE(f->text("dg2"), hidden);
         QCOMPARE(f->column(Config, 1, "w5").toString(), stored.toString()); // looking alone stores nothing
         QVERIFY(f->nav().moveNext());
-        QCOMPARE(f->picker("w5")->currentIndex(), 3);
+        QCOMPARE(f->picker("w5")->currentIndex(), noneEnabled ? -1 : 3);
         QCOMPARE(f->column(Config, 1, "w5").toString(), hidden);
         QCOMPARE(f->column(Config, 1, "g2").toString(), hidden);
         QCOMPARE(f->column(Config, 1, "w1").toInt(), 7);
-    }
-
-    void withNoEnabledWeaponTheSlotsKeepTheirIds()
-    {
-        setReferenceRows(f->data.refDb(), "weapon", {{4, "Off", 0}});
-        f->addConfig(Config, {1, 2});
-        insertClass(f->db(), Config, 3, {{"w2", 4}});
-        f->open(Config);
-        QVERIFY(f->nav().moveLast());
-        QCOMPARE(f->picker("w2")->count(), 0);
-        QCOMPARE(f->text("dw2"), QStringLiteral("4"));
-        QVERIFY(f->nav().moveFirst());
-        QCOMPARE(f->column(Config, 3, "w2").toInt(), 4);
         QVERIFY(f->dialogs.messages.isEmpty());
     }
 
@@ -386,10 +370,9 @@ private slots:
     // with every column as it was stored.
     void undoDeleteClassBringsBackEveryColumn()
     {
-        insertTestSet(f->db());
+        f->openTestSet();
         const QString rows = "select * from classdef where package_name = 'Test Set' order by class_num";
         const QStringList before = rowsOf(f->db(), rows);
-        f->open(QStringLiteral("Test Set"));
         QVERIFY(f->nav().moveLast());
         f->press("Command1");
         f->press("Command1");
@@ -406,8 +389,7 @@ private slots:
     // the edit on show, and the list follows the edit.
     void aClickInTheClassListMovesAndStores()
     {
-        insertTestSet(f->db());
-        f->open(QStringLiteral("Test Set"));
+        f->openTestSet();
         f->trigger("mnuViewClassList");
         auto* list = f->control<QTableView>("tblClasses");
         QCOMPARE(list->model()->rowCount(), 2);
@@ -452,18 +434,13 @@ private slots:
     void thePreviewIsWhatTheExportWrites()
     {
         QFETCH(bool, protect);
-        insertTestSet(f->db());
-        f->data.state->modId = QStringLiteral("12");
-        f->open(QStringLiteral("Test Set"));
+        f->openTestSet();
         f->trigger("mnuViewPreview");
         f->control<QCheckBox>("chkPreviewProtected")->setChecked(protect);
         const QString file = testDataPath(protect ? "test_set_protected.class" : "test_set_unprotected.class");
-        QByteArrayList lines = readFile(file).split('\n').mid(2, 7); // the first class
-        QStringList expected;
-        for (QByteArray& line : lines) {
-            line.chop(1); // its carriage return
-            expected << (protect ? QString::fromLatin1((line + "\r").toHex(' ')) : QString::fromLatin1(line));
-        }
+        QStringList expected; // the first class, its carriage returns shown in the protected form only
+        for (const QByteArray& line : readFile(file).split('\n').mid(2, 7))
+            expected << QString::fromLatin1(protect ? line.toHex(' ') : line.chopped(1));
         QCOMPARE(f->control<QPlainTextEdit>("txtPreview")->toPlainText(), expected.join(u'\n'));
         f->type("fldModel", "typed");
         QVERIFY(f->control<QPlainTextEdit>("txtPreview")
@@ -499,8 +476,10 @@ private slots:
             picker->showPopup();
             QTRY_VERIFY(QApplication::activePopupWidget());
         }
-        for (const QString& key : keys)
-            f->keys(QKeySequence(key));
+        for (const QString& key : keys) { // as the window system delivers them: to an open list first
+            QWidget* popup = QApplication::activePopupWidget();
+            QTest::keySequence(popup ? popup->windowHandle() : f->window->windowHandle(), QKeySequence(key));
+        }
         QCOMPARE(f->window->isVisible() ? f->control<QLabel>("lblPosition")->text() : "closed", shown);
     }
 
@@ -585,11 +564,9 @@ private slots:
         QCOMPARE(f->text("fldClassName"), QStringLiteral("C%1").arg(left.first()));
         QVERIFY(f->dialogs.messages.isEmpty());
         QVERIFY(f->dialogs.prompts.isEmpty());
-        QCOMPARE(f->db()
-                     .scalar("select count(*) from classdef where package_name = ? and (w3 = ? or model_name = 'lost')",
-                             {Config, chosen})
-                     .toInt(),
-                 0);
+        QCOMPARE(rowsOf(f->db(), "select 1 from classdef where package_name = ? and (w3 = ? or model_name = 'lost')",
+                        {Config, chosen}),
+                 QStringList());
         QCOMPARE(rowsOf(f->db(), "select w4, w5 from classdef where package_name = ? order by class_num", {Config}),
                  slotIds);
         QVERIFY(f->nav().moveNext());
@@ -607,9 +584,8 @@ private slots:
         QCOMPARE(f->dialogs.messages, QStringList{NoClassLeft});
         QVERIFY(f->classNumbers(name).isEmpty());
         QCOMPARE(f->control<QLabel>("Label31")->text() + u'|' + f->text("fldClassName"), name + "|C7");
-        QVERIFY(!f->box("fldClassName")->isEnabled());
-        QVERIFY(f->control<QLabel>("lblPosition")->text().isEmpty());
-        QVERIFY(!f->picker("w2")->isEnabled());
+        QVERIFY(!f->box("fldClassName")->isEnabled() && !f->picker("w2")->isEnabled());
+        QCOMPARE(f->control<QLabel>("lblPosition")->text(), QString());
         f->press("Command1"); // nothing left to delete: the advice again, and no harm
         QCOMPARE(f->dialogs.messages, QStringList({NoClassLeft, NoClassLeft}));
 

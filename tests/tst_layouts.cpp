@@ -1,7 +1,3 @@
-#include "classes/frmClasses.h"
-#include "config/frmAbout.h"
-#include "config/frmConfig.h"
-#include "reference/ReferenceWindows.h"
 #include "support/WindowFixture.h"
 #include "toolkit/DataControl.h"
 #include "toolkit/QtDialogs.h"
@@ -19,7 +15,6 @@
 #include <QStatusBar>
 #include <QTest>
 #include <QTextDocument>
-#include <QTimer>
 #include <cmath>
 
 using namespace tarn;
@@ -82,15 +77,8 @@ QStringList tabOrder(QWidget& window)
 // What a label or a caption shows of its text: markup as rendered, access-key marks taken out.
 QString shownText(const QWidget& control)
 {
-    const auto withoutAccessKeys = [](const QString& text) {
-        QString shown;
-        for (qsizetype i = 0; i < text.size(); ++i) {
-            if (text[i] != u'&')
-                shown += text[i];
-            else if (i + 1 < text.size() && text[i + 1] == u'&')
-                shown += text[++i];
-        }
-        return shown;
+    const auto withoutAccessKeys = [](QString text) { // "&&" shows one '&', a single one marks the key
+        return text.replace(QStringLiteral("&&"), QStringLiteral("\x01")).remove(u'&').replace(u'\x01', u'&');
     };
     if (const auto* button = qobject_cast<const QAbstractButton*>(&control))
         return withoutAccessKeys(button->text());
@@ -157,13 +145,9 @@ private slots:
     void captionsFitAndNothingOverlaps_data()
     {
         QTest::addColumn<Window>("window");
-        QTest::newRow("main window") << Window::Config;
-        QTest::newRow("class editor") << Window::Classes;
-        QTest::newRow("weapons") << Window::Weapons;
-        QTest::newRow("grenades") << Window::Grenades;
-        QTest::newRow("items") << Window::Items;
-        QTest::newRow("special") << Window::Special;
-        QTest::newRow("about") << Window::About;
+        int window = 0; // every window, in the order of the enum
+        for (const char* name : {"main window", "class editor", "weapons", "grenades", "special", "items", "about"})
+            QTest::newRow(name) << Window(window++);
     }
     void captionsFitAndNothingOverlaps()
     {
@@ -212,26 +196,23 @@ private slots:
     {
         QFETCH(QString, config);
         QFETCH(bool, walkToTheLast);
-        TempData data;
-        ScriptedDialogs dialogs;
+        WindowFixture f;
         for (const QString& name : {QStringLiteral("C"), config}) {
             for (int number = 1; number <= 120; ++number)
-                insertClass(data.classDb(), name, number);
+                insertClass(f.data.classDb(), name, number);
         }
         QStringList wholeNames; // Label31's tooltip and accessible name
         const auto arrangement = [&](const QString& name, bool last) {
-            data.state->currentConfig = name;
-            frmClasses editor(*data.state, dialogs);
-            editor.show();
+            QWidget& editor = f.open(Window::Classes, name);
             if (last)
-                editor.findChild<DataControl*>("dbClassDef")->moveLast();
+                f.nav().moveLast();
             QApplication::sendPostedEvents(); // the layouts settle
             QStringList places;
             for (const QWidget* control : visibleControls(editor))
                 places << control->objectName() + u'@' + QString::number(placeIn(editor, *control).x());
             for (const QScrollBar* bar : editor.findChildren<QScrollBar*>())
                 places << (bar->isVisible() ? "scroll bar shown" : "no scroll bar");
-            const auto* shownName = editor.findChild<QLabel*>("Label31");
+            const auto* shownName = f.control<QLabel>("Label31");
             wholeNames << shownName->toolTip() + u'|' + shownName->accessibleName();
             return places;
         };

@@ -4,6 +4,7 @@
 
 #include <QQueue>
 #include <QStringList>
+#include <QTest>
 #include <QWidget>
 #include <functional>
 
@@ -31,32 +32,32 @@ public:
 
     QString inputBox(QWidget*, const QString& prompt, const QString& title) override
     {
-        prompts << title + u'|' + prompt;
-        return take(inputAnswers, "input box");
+        return take(inputAnswers, "input box", prompts, title + u'|' + prompt);
     }
     // A message under the busy cursor fails the test: the author could not read it.
-    void message(QWidget*, const QString& text) override;
+    void message(QWidget*, const QString& text) override
+    {
+        messages << text;
+        if (busy)
+            QTest::qFail(qPrintable("message shown under the busy cursor: " + text), __FILE__, __LINE__);
+    }
     // Answers from inputAnswers, like an input box; the items offered are kept.
     QString chooseItem(QWidget*, const QString& prompt, const QString& title, const QStringList& items) override
     {
-        prompts << title + u'|' + prompt;
         offered = items;
-        return take(inputAnswers, "choice");
+        return take(inputAnswers, "choice", prompts, title + u'|' + prompt);
     }
     bool confirm(QWidget*, const QString& text, const QString& title) override
     {
-        prompts << title + u'|' + text;
-        return take(confirmAnswers, "confirmation");
+        return take(confirmAnswers, "confirmation", prompts, title + u'|' + text);
     }
     QString openFileName(QWidget*, const QString& filter) override
     {
-        fileFilters << filter;
-        return take(fileAnswers, "open file dialog");
+        return take(fileAnswers, "open file dialog", fileFilters, filter);
     }
     QString saveFileName(QWidget*, const QString& filter) override
     {
-        fileFilters << filter;
-        return take(fileAnswers, "save file dialog");
+        return take(fileAnswers, "save file dialog", fileFilters, filter);
     }
     void setBusy(bool value) override
     {
@@ -73,7 +74,16 @@ public:
     }
 
 private:
-    template <typename T> static T take(QQueue<T>& queue, const char* what);
+    // Records what the dialog showed, then takes its answer.
+    template <typename T> static T take(QQueue<T>& queue, const char* what, QStringList& shown, const QString& text)
+    {
+        shown << text;
+        if (!queue.isEmpty())
+            return queue.dequeue();
+        QTest::qFail(qPrintable(QStringLiteral("unexpected %1: no answer queued").arg(QLatin1String(what))), __FILE__,
+                     __LINE__);
+        return T();
+    }
 };
 
 } // namespace tarn::test

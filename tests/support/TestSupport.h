@@ -20,10 +20,15 @@ struct TempData {
 };
 
 // Text of a caption without its mnemonic marker.
-QString plain(const QString& caption);
-
+inline QString plain(QString caption)
+{
+    return caption.remove(u'&');
+}
 // A file in tests/data, such as test_set_protected.class.
-QString testDataPath(const QString& name);
+inline QString testDataPath(const QString& name)
+{
+    return QStringLiteral(TARN_TEST_DATA "/") + name;
+}
 // The whole file, or nothing when it cannot be read.
 QByteArray readFile(const QString& path);
 bool writeFile(const QString& path, const QByteArray& content);
@@ -31,10 +36,12 @@ bool writeFile(const QString& path, const QByteArray& content);
 // The rows of a query, each as its values joined by '|', a missing value as "<null>".
 QStringList rowsOf(Database& db, const QString& sql, const QVariantList& params = {});
 int classCount(Database& classDb, const QString& config);
-// Inserts one row of the given column values.
-void insertRow(Database& db, const QString& table, const QVariantMap& columns);
 // A class of the configuration, whose package row is added first when it has none.
 void insertClass(Database& classDb, const QString& config, int number, QVariantMap columns = {});
+// The configuration "Test Set" whose class file, with Mod ID 12 and the starting
+// reference rows, is tests/data/test_set_protected.class (and _unprotected): the
+// classes "Light Scout" (number 1) and "Gunner" (number 5).
+void insertTestSet(Database& classDb);
 
 // A reference row: id, name and kd_enabled (a null QVariant is a missing value).
 struct RefRow {
@@ -48,7 +55,10 @@ void setReferenceRows(Database& refDb, const QString& table, const QList<RefRow>
 // The first two lines of a class file.
 inline const QByteArrayList ClassFileHeader{"V3 0", "x"};
 // Lines of a class file, each ended by lineEnd.
-QByteArray classFile(const QByteArrayList& lines, const QByteArray& lineEnd = "\r\n");
+inline QByteArray classFile(const QByteArrayList& lines, const QByteArray& lineEnd = "\r\n")
+{
+    return lines.join(lineEnd) + lineEnd;
+}
 // A class record of six lines starting "[" + name, whose ability and item sums are 0;
 // line (counted from 0) replaced by text when given.
 QByteArrayList classRecord(const QByteArray& name, int line = -1, const QByteArray& text = {});

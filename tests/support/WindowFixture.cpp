@@ -4,9 +4,7 @@
 #include "config/frmAbout.h"
 #include "config/frmConfig.h"
 #include "reference/ReferenceWindows.h"
-#include "toolkit/DataControl.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QPushButton>
 #include <QTest>
@@ -17,39 +15,21 @@
 namespace tarn::test
 {
 
-namespace
-{
-
-std::unique_ptr<QWidget> build(Window which, AppState& state, Dialogs& dialogs)
-{
-    using enum Window;
-    if (which == Config)
-        return std::make_unique<frmConfig>(state, dialogs);
-    if (which == Classes)
-        return std::make_unique<frmClasses>(state, dialogs);
-    if (which == About)
-        return std::make_unique<frmAbout>();
-    const ReferenceTable table = which == Weapons    ? ReferenceTable::Weapons
-                                 : which == Grenades ? ReferenceTable::Grenades
-                                 : which == Items    ? ReferenceTable::Items
-                                                     : ReferenceTable::Special;
-    return createReferenceWindow(table, state, dialogs, nullptr);
-}
-
-} // namespace
-
 QWidget& WindowFixture::open(Window which, const QString& config)
 {
+    using enum Window;
     data.state->currentConfig = config;
     window.reset(); // one window at a time, as the program has them
-    window = build(which, *data.state, dialogs);
+    if (which == Config)
+        window = std::make_unique<frmConfig>(*data.state, dialogs);
+    else if (which == Classes)
+        window = std::make_unique<frmClasses>(*data.state, dialogs);
+    else if (which == About)
+        window = std::make_unique<frmAbout>();
+    else
+        window = createReferenceWindow(ReferenceTable(int(which) - int(Weapons)), *data.state, dialogs, nullptr);
     window->show();
     return *window;
-}
-
-DataControl& WindowFixture::nav() const
-{
-    return *control<DataControl>({});
 }
 
 void WindowFixture::type(const QString& boxName, const QString& text) const
@@ -61,16 +41,6 @@ void WindowFixture::type(const QString& boxName, const QString& text) const
         QTest::keyClicks(edit, text);
     else
         edit->insert(text); // pasted: the test's keyboard types ASCII only
-}
-
-void WindowFixture::press(const QString& button) const
-{
-    QTest::mouseClick(control<QAbstractButton>(button), Qt::LeftButton);
-}
-
-void WindowFixture::trigger(const QString& action) const
-{
-    control<QAction>(action)->trigger();
 }
 
 void WindowFixture::choose(const QString& pickerName, int index) const
@@ -87,19 +57,6 @@ void WindowFixture::navigate(const QString& button) const
             return QTest::mouseClick(tool, Qt::LeftButton);
     }
     QFAIL(qPrintable(QStringLiteral("no navigator button \"%1\"").arg(button)));
-}
-
-bool WindowFixture::activate() const
-{
-    window->activateWindow();
-    return QTest::qWaitForWindowActive(window.get());
-}
-
-void WindowFixture::keys(const QKeySequence& sequence) const
-{
-    const QKeyCombination key = sequence[0];
-    QWidget* popup = QApplication::activePopupWidget();
-    QTest::keyClick(popup ? popup->windowHandle() : window->windowHandle(), key.key(), key.keyboardModifiers());
 }
 
 bool WindowFixture::leave(const QString& how) const

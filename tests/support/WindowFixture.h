@@ -3,21 +3,21 @@
 #include "support/ScriptedDialogs.h"
 #include "support/TestSupport.h"
 
+#include "toolkit/DataControl.h"
+
+#include <QAbstractButton>
+#include <QAction>
 #include <QComboBox>
 #include <QLineEdit>
 #include <functional>
 #include <memory>
 
-namespace tarn
-{
-class DataControl;
-}
-
 namespace tarn::test
 {
 
-// The workbench's windows, each as the program opens it.
-enum class Window { Config, Classes, Weapons, Grenades, Items, Special, About };
+// The workbench's windows, each as the program opens it; the reference windows stand in
+// the order of ReferenceTable.
+enum class Window { Config, Classes, Weapons, Grenades, Special, Items, About };
 
 // One window on a fresh data directory with scripted dialogs, driven as the author
 // drives it: find a control, type, press, choose, navigate, leave the row on show,
@@ -42,19 +42,21 @@ struct WindowFixture {
     QLineEdit* box(const QString& name) const { return control<QLineEdit>(name); }
     QComboBox* picker(const QString& name) const { return control<QComboBox>(name); }
     QString text(const QString& boxName) const { return box(boxName)->text(); }
-    DataControl& nav() const;
+    DataControl& nav() const { return *control<DataControl>({}); }
 
     // Replaces the text of a box as the author types it.
     void type(const QString& boxName, const QString& text) const;
-    void press(const QString& button) const;
-    void trigger(const QString& action) const;
+    void press(const QString& button) const { QTest::mouseClick(control<QAbstractButton>(button), Qt::LeftButton); }
+    void trigger(const QString& action) const { control<QAction>(action)->trigger(); }
     // Chooses a picker's entry through the keyboard.
     void choose(const QString& pickerName, int index) const;
     // A navigator button: "First record", "Previous record", "Next record", "Last record".
     void navigate(const QString& button) const;
-    // Keys as the window system delivers them to the active window.
-    bool activate() const;
-    void keys(const QKeySequence& sequence) const;
+    bool activate() const
+    {
+        window->activateWindow();
+        return QTest::qWaitForWindowActive(window.get());
+    }
     // Leaves the row on show by a navigator button, "add" (the window's add button),
     // "close", "Esc" or "Ctrl+W"; true when the window let it go without a word.
     bool leave(const QString& how) const;
