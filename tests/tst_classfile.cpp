@@ -7,7 +7,6 @@
 #include "store/Configurations.h"
 #include "store/Database.h"
 #include "store/Statement.h"
-#include "support/TestSet.h"
 #include "support/TestSupport.h"
 
 #include <QBuffer>

@@ -1,6 +1,5 @@
 #include "core/Stores.h"
 #include "store/Database.h"
-#include "support/TestSet.h"
 #include "support/TestSupport.h"
 
 #include <QDir>

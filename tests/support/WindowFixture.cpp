@@ -20,14 +20,32 @@ QWidget& WindowFixture::open(Window which, const QString& config)
     using enum Window;
     data.state->currentConfig = config;
     window.reset(); // one window at a time, as the program has them
-    if (which == Config)
+    const auto reference = [&](ReferenceTable table) {
+        return createReferenceWindow(table, *data.state, dialogs, nullptr);
+    };
+    switch (which) {
+    case Config:
         window = std::make_unique<frmConfig>(*data.state, dialogs);
-    else if (which == Classes)
+        break;
+    case Classes:
         window = std::make_unique<frmClasses>(*data.state, dialogs);
-    else if (which == About)
+        break;
+    case Weapons:
+        window = reference(ReferenceTable::Weapons);
+        break;
+    case Grenades:
+        window = reference(ReferenceTable::Grenades);
+        break;
+    case Special:
+        window = reference(ReferenceTable::Special);
+        break;
+    case Items:
+        window = reference(ReferenceTable::Items);
+        break;
+    case About:
         window = std::make_unique<frmAbout>();
-    else
-        window = createReferenceWindow(ReferenceTable(int(which) - int(Weapons)), *data.state, dialogs, nullptr);
+        break;
+    }
     window->show();
     return *window;
 }

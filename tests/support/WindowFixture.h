@@ -15,8 +15,7 @@
 namespace tarn::test
 {
 
-// The workbench's windows, each as the program opens it; the reference windows stand in
-// the order of ReferenceTable.
+// The workbench's windows, each as the program opens it.
 enum class Window { Config, Classes, Weapons, Grenades, Special, Items, About };
 
 // One window on a fresh data directory with scripted dialogs, driven as the author
