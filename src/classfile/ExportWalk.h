@@ -10,8 +10,8 @@ namespace tarn
 
 class ClassChecks;
 class ClassFileWriter;
+class ClassRows;
 class Database;
-class Statement;
 
 // Walks the classes of a configuration in class_num order as the class editor does:
 // the slot tracking runs on each row and stores what it changed (unless told not to),
@@ -29,7 +29,7 @@ public:
     const ReferenceLists& lists() const { return m_lists; }
 
 private:
-    int walk(Statement& rows, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks);
+    int walk(ClassRows& rows, ClassFileWriter* writer, bool storeSlots, ClassChecks* checks);
 
     Database& m_classDb;
     const ReferenceLists& m_lists;

@@ -33,13 +33,6 @@ QString insertClassSql()
     return QStringLiteral("insert into classdef (%1) values (%2)").arg(columns.join(u", "), places.join(u", "));
 }
 
-// The columns the export reads, behind the rowid.
-QString exportColumnsSql()
-{
-    const QStringList columns = namesOf({ClassColumn::package_name, ClassColumn::w1, ClassColumn::i9});
-    return QStringLiteral("select rowid, %1 from classdef").arg(columns.join(u", "));
-}
-
 } // namespace
 
 SkippedChecks::SkippedChecks(Database& db) : m_db(db)
@@ -85,53 +78,6 @@ void NewClassRows::addRow()
     m_given.reset();
     m_insert.step();
     m_insert.rewind();
-}
-
-ClassColumnPositions::ClassColumnPositions(const Statement& rows)
-{
-    m_at.fill(-1);
-    for (int i = 0; i < rows.columnCount(); ++i) {
-        const QString name = rows.columnName(i);
-        if (name.compare(QLatin1String("rowid"), Qt::CaseInsensitive) == 0)
-            m_rowId = i;
-        for (std::size_t c = 0; c < classdef::ColumnCount; ++c) {
-            if (name.compare(QLatin1String(classdef::columns[c].name), Qt::CaseInsensitive) == 0)
-                m_at[c] = i;
-        }
-    }
-}
-
-int ClassColumnPositions::operator[](ClassColumn column) const
-{
-    const int at = m_at.at(classdef::indexOf(column));
-    if (at < 0)
-        throw StoreError(QStringLiteral("The rows read have no column \"%1\".").arg(classdef::nameOf(column)));
-    return at;
-}
-
-int ClassColumnPositions::rowId() const
-{
-    if (m_rowId < 0)
-        throw StoreError(QStringLiteral("The rows read have no column \"rowid\"."));
-    return m_rowId;
-}
-
-Statement orderedClassRows(Database& classDb, const QString& config)
-{
-    static const QString select =
-        QStringLiteral("%1 where %2 order by %3")
-            .arg(exportColumnsSql(), sql::OrderedClassesOfConfig.filter, sql::OrderedClassesOfConfig.order);
-    Statement rows = classDb.prepare(select);
-    rows.bind(1, config);
-    return rows;
-}
-
-Statement classRowById(Database& classDb, qint64 rowId)
-{
-    static const QString select = exportColumnsSql() + QStringLiteral(" where rowid = ?");
-    Statement row = classDb.prepare(select);
-    row.bind(1, rowId);
-    return row;
 }
 
 std::vector<ClassListRow> classListRows(Database& classDb, const QString& config)

@@ -94,36 +94,6 @@ private:
     std::bitset<classdef::ColumnCount> m_given;
 };
 
-// Where each classdef column stands among the result columns of a statement, found by
-// name once, so that a walk over its rows reads each column at its place.
-class ClassColumnPositions
-{
-public:
-    explicit ClassColumnPositions(const Statement& rows);
-    // Throws StoreError when the statement has no such column.
-    int operator[](ClassColumn column) const;
-    template <ClassColumn First, std::size_t Count>
-    std::array<int, Count> operator[](classdef::Series<First, Count> series) const
-    {
-        std::array<int, Count> at{};
-        for (std::size_t k = 0; k < Count; ++k)
-            at[k] = (*this)[series.at(k)];
-        return at;
-    }
-    int rowId() const;
-
-private:
-    std::array<int, classdef::ColumnCount> m_at{};
-    int m_rowId = -1;
-};
-
-// The classes of a configuration in the order the class editor shows them, for the
-// export: each row led by its rowid, then every column the export reads (all but
-// package_name, w1 and i9); find them with ClassColumnPositions.
-Statement orderedClassRows(Database& classDb, const QString& config);
-// The same columns of one class, by its rowid.
-Statement classRowById(Database& classDb, qint64 rowId);
-
 // One class as the class list shows it.
 struct ClassListRow {
     qint64 rowId = 0;

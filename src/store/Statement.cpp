@@ -1,5 +1,6 @@
 #include "Statement.h"
 
+#include "NumberCapture.h"
 #include "StoreError.h"
 
 #include <QDir>
@@ -76,6 +77,12 @@ void Statement::bindNull(int index)
 void Statement::bindInt64(int index, qint64 value)
 {
     if (sqlite3_bind_int64(m_stmt, index, value) != SQLITE_OK)
+        fail(QStringLiteral("Cannot bind parameter %1").arg(index));
+}
+
+void Statement::bindCapture(int index, NumberCapture& into)
+{
+    if (sqlite3_bind_pointer(m_stmt, index, &into, NumberCaptureType, nullptr) != SQLITE_OK)
         fail(QStringLiteral("Cannot bind parameter %1").arg(index));
 }
 

@@ -11,6 +11,8 @@ struct sqlite3_stmt;
 namespace tarn
 {
 
+class NumberCapture;
+
 // The error of the connection's last call: a store held by another program is told
 // as busy, with what to do about it; anything else in SQLite's words, after what.
 [[noreturn]] void throwStoreError(sqlite3* db, const QString& what = {});
@@ -33,6 +35,8 @@ public:
     void bindInt64(int index, qint64 value);
     void bindNull(int index);
     void bindText(int index, const QString& value);
+    // Hands the capture to tarn_numbers(); it must stay where it is while the statement runs.
+    void bindCapture(int index, NumberCapture& into);
     // Advances to the next row; false when the statement is done.
     bool step();
     // Runs a statement that returns no rows, then resets it for the next use.
