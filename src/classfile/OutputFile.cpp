@@ -42,8 +42,8 @@ bool namesADescriptor(const QString& path)
     return absolute.startsWith(QLatin1String("/dev/")) || absolute.startsWith(QLatin1String("/proc/"));
 }
 
-// Room for the whole new content at the start of the file, asked of the disk and of the
-// size limit (ulimit -f) before any byte of the file changes.
+// Room for the whole new content at the start of a file rewritten in place, asked of the
+// disk and of the size limit (ulimit -f) before any byte of the file changes.
 std::optional<QString> reserve(int fd, qint64 size)
 {
     const int refused = size > 0 ? ::posix_fallocate(fd, 0, off_t(size)) : 0;
@@ -53,10 +53,8 @@ std::optional<QString> reserve(int fd, qint64 size)
     return QStringLiteral("%1; the file is as it was").arg(reasonOf(refused));
 }
 
-bool writeAll(int fd, const QByteArray& bytes)
+bool writeAll(int fd, const char* at, qsizetype left)
 {
-    const char* at = bytes.constData();
-    qsizetype left = bytes.size();
     while (left > 0) {
         const ssize_t written = ::write(fd, at, size_t(left));
         if (written < 0 && errno == EINTR)
@@ -70,6 +68,40 @@ bool writeAll(int fd, const QByteArray& bytes)
 }
 
 } // namespace
+
+// The bytes of a replacement go to its temporary file a piece at a time as they are
+// made, so that memory holds one piece rather than the whole file. A write the disk or
+// the size limit refuses fails the file, whose name still holds the old one.
+class OutputFile::Spool final : public QIODevice
+{
+public:
+    explicit Spool(OutputFile& file) : m_file(file) { m_piece.reserve(PieceBytes); }
+    // Writes the piece in hand; false, with the file failed, when it is refused.
+    bool drain()
+    {
+        if (!writeAll(m_file.m_atomic.handle(), m_piece.constData(), m_piece.size()))
+            return m_file.fail(QStringLiteral("%1; the file is as it was").arg(reasonOf(errno)));
+        m_piece.resize(0); // keeps its room for the next piece
+        return true;
+    }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* data, qint64 size) override
+    {
+        m_piece.append(data, size);
+        if (m_piece.size() >= PieceBytes && !drain()) {
+            setErrorString(m_file.m_error);
+            return -1;
+        }
+        return size;
+    }
+
+private:
+    static constexpr qsizetype PieceBytes = 64 * 1024;
+    OutputFile& m_file;
+    QByteArray m_piece;
+};
 
 OutputFile::OutputFile(const QString& path, std::chrono::milliseconds readerWait)
     : m_path(path), m_readerWait(readerWait), m_atomic(path)
@@ -92,9 +124,12 @@ bool OutputFile::open()
         else if (info->st_nlink > 1 || namesADescriptor(m_path))
             m_way = Way::Rewrite;
     }
-    const bool opened =
-        m_way == Way::Replace ? m_atomic.open(QIODevice::WriteOnly) || fail(m_atomic.errorString()) : openInPlace();
-    return opened && m_gathered.open(QIODevice::WriteOnly);
+    if (m_way != Way::Replace)
+        return openInPlace() && m_gathered.open(QIODevice::WriteOnly);
+    if (!m_atomic.open(QIODevice::WriteOnly))
+        return fail(m_atomic.errorString());
+    m_spool = std::make_unique<Spool>(*this);
+    return m_spool->open(QIODevice::WriteOnly | QIODevice::Unbuffered);
 }
 
 // A pipe opened without blocking fails at once while nobody reads it; it is tried again
@@ -118,25 +153,24 @@ bool OutputFile::openInPlace()
 
 QIODevice& OutputFile::device()
 {
-    return m_gathered;
+    return m_spool ? static_cast<QIODevice&>(*m_spool) : m_gathered;
 }
 
-// The gathered bytes go out in one piece: into the temporary file that then takes the
-// name, or into the file itself. Either file has its room reserved first.
+// A replacement writes its last piece and takes the name. Gathered bytes go out in one
+// piece into the file itself, a regular file having its room reserved first.
 bool OutputFile::commit()
 {
+    if (m_way == Way::Replace)
+        return m_spool->drain() && (m_atomic.commit() || fail(m_atomic.errorString()));
     const QByteArray& bytes = m_gathered.data();
-    const int fd = m_way == Way::Replace ? m_atomic.handle() : m_fd;
-    if (m_way != Way::Stream) {
-        if (const std::optional<QString> refused = reserve(fd, bytes.size()))
+    if (m_way == Way::Rewrite) {
+        if (const std::optional<QString> refused = reserve(m_fd, bytes.size()))
             return fail(*refused);
     }
-    if (!writeAll(fd, bytes))
+    if (!writeAll(m_fd, bytes.constData(), bytes.size()))
         return fail(reasonOf(errno));
-    if (m_way == Way::Rewrite && (::ftruncate(fd, off_t(bytes.size())) != 0 || ::fdatasync(fd) != 0))
+    if (m_way == Way::Rewrite && (::ftruncate(m_fd, off_t(bytes.size())) != 0 || ::fdatasync(m_fd) != 0))
         return fail(reasonOf(errno));
-    if (m_way == Way::Replace && !m_atomic.commit())
-        return fail(m_atomic.errorString());
     return true;
 }
 

@@ -14,16 +14,17 @@ namespace tarn
 
 // A file being written whole, or left as it was where that can be had.
 // - A missing file, or a regular file with one link, is replaced atomically: the bytes
-//   go to a temporary file, its room reserved first, that takes the name only once every
-//   write succeeded.
+//   go to a temporary file as they are made, and it takes the name only once every
+//   write succeeded. A refused export, a full disk or a size limit leaves the old file.
 // - A regular file with several links (or a /dev or /proc path naming one) is rewritten
 //   in place, so that its links stay: the room for the whole new content is reserved
 //   before its first byte changes, so a full disk or a size limit leaves it as it was.
 // - A named pipe or a device is opened at open(), waiting a bounded time for a pipe's
 //   reader, and written at commit. Neither can be reserved: a write that fails there
 //   has already passed on what went before.
-// The bytes are gathered first and written at commit, so a refused export never touches
-// the file. Every write and the commit are checked: a full disk is never success.
+// What goes into a file in place is gathered first and written at commit, so a refused
+// export never touches it. Every write and the commit are checked: a full disk is never
+// success.
 class OutputFile
 {
 public:
@@ -43,6 +44,7 @@ public:
 
 private:
     enum class Way { Replace, Rewrite, Stream };
+    class Spool;
 
     bool openInPlace();
     bool fail(const QString& reason);
@@ -52,6 +54,7 @@ private:
     Way m_way = Way::Replace;
     int m_fd = -1;
     QSaveFile m_atomic;
+    std::unique_ptr<Spool> m_spool;
     QBuffer m_gathered;
     QString m_error;
 };
