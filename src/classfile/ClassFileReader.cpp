@@ -38,12 +38,13 @@ ClassFileReader::ClassFileReader(QIODevice& in) : m_lines(in)
     for (int line = 0; line < HeaderLines; ++line) {
         if (m_lines.atEnd())
             throw TooFewLinesError(!m_lines.linesWithLineFeeds().isEmpty());
-        m_lines.readLine();
+        m_lines.readLine(m_current);
     }
     // The header alone is an empty configuration, as the export writes it.
+    m_current.clear();
     if (!m_lines.atEnd())
-        m_current = m_lines.readLine();
-    m_current = unprotectLine(m_current);
+        m_lines.readLine(m_current);
+    unprotectInPlace(m_current);
     m_currentLine = m_lines.lineNumber();
 }
 
@@ -79,7 +80,7 @@ ReadClass ClassFileReader::readRecord()
     ReadClass read{m_currentLine, ++m_classes, {}, {}};
     ClassRecord& record = read.record;
     // The brackets are not tested: the first and the last character are dropped.
-    record.name = decodeCp1252(m_current.mid(1, qMax<qsizetype>(m_current.size() - 2, 0)));
+    record.name = decodeCp1252(QByteArrayView(m_current).sliced(1, qMax<qsizetype>(m_current.size() - 2, 0)));
     RecordFields fields(read.problems);
     readRecordLine(fields, read.line);
     record.model = fields.text(1);
@@ -107,13 +108,13 @@ void ClassFileReader::readRecordLine(RecordFields& fields, int recordLine)
         throw ClassFileError(QStringLiteral("line %1: the file ends inside the class record that starts on line %2.")
                                  .arg(m_lines.lineNumber() + 1)
                                  .arg(recordLine));
-    const QByteArray line = m_lines.readLine();
-    fields.setLine(m_lines.lineNumber(), line);
+    fields.readLine(m_lines);
 }
 
 void ClassFileReader::readCurrent()
 {
-    m_current = unprotectLine(m_lines.readLine());
+    m_lines.readLine(m_current);
+    unprotectInPlace(m_current);
     m_currentLine = m_lines.lineNumber();
 }
 

@@ -3,6 +3,7 @@
 #include "ClassFileError.h"
 
 #include <QIODevice>
+#include <algorithm>
 
 namespace tarn
 {
@@ -23,7 +24,7 @@ bool LineReader::atEnd()
     return m_pos >= m_buffer.size() && !fill();
 }
 
-QByteArray LineReader::readLine()
+void LineReader::readLine(QByteArray& into)
 {
     if (atEnd())
         throw ClassFileError(QStringLiteral("line %1: the file ends before this line.").arg(m_lineNumber + 1));
@@ -39,12 +40,13 @@ QByteArray LineReader::readLine()
     }
     if (end - m_pos > MaxLineLength)
         tooLong();
-    QByteArray line = m_buffer.mid(m_pos, end - m_pos);
+    const QByteArrayView line = QByteArrayView(m_buffer).sliced(m_pos, end - m_pos);
     if (line.contains('\n'))
         m_linesWithLineFeeds << m_lineNumber;
+    into.resize(line.size()); // within the room of the last line, unless this one is longer
+    std::copy(line.begin(), line.end(), into.begin());
     m_pos = end;
     skipLineEnd();
-    return line;
 }
 
 // Drops what has been read and appends the next chunk; false when the device has

@@ -21,9 +21,10 @@ public:
 
     // True when no further line can be read.
     bool atEnd();
-    // The next line without its terminator. Throws ClassFileError past the end, on a
-    // line longer than MaxLineLength and when the device fails.
-    QByteArray readLine();
+    // The next line without its terminator, into a buffer kept from line to line so that
+    // its room is reused. Throws ClassFileError past the end, on a line longer than
+    // MaxLineLength and when the device fails.
+    void readLine(QByteArray& into);
     // The number of the last line read, from 1.
     int lineNumber() const { return m_lineNumber; }
     // The numbers of the lines read so far that hold a line feed: a line feed without

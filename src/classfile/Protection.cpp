@@ -43,12 +43,17 @@ void protectInPlace(QByteArray& bytes)
 QByteArray unprotectLine(const QByteArray& line)
 {
     QByteArray result = line;
-    for (char& c : result) {
+    unprotectInPlace(result);
+    return result;
+}
+
+void unprotectInPlace(QByteArray& bytes)
+{
+    for (char& c : bytes) {
         const auto code = static_cast<unsigned char>(c);
         if (code > HighestPlainWhenReading)
             c = char(code - Shift);
     }
-    return result;
 }
 
 Tokens splitTokens(QByteArrayView text)

@@ -17,6 +17,8 @@ QByteArray protectLine(const QByteArray& line, bool protectOutput);
 void protectInPlace(QByteArray& bytes);
 // Works on lines of either form, so one reading path serves both.
 QByteArray unprotectLine(const QByteArray& line);
+// The same, made in the bytes themselves.
+void unprotectInPlace(QByteArray& bytes);
 // Cuts an unprotected line at blanks (code 32 only); a run of blanks is one separator,
 // a leading blank leaves entry 1 empty, and fields past the thirtieth have no entry and
 // are dropped. The tokens view the line, which must outlive them.

@@ -69,10 +69,11 @@ template <typename T> constexpr Range rangeOf()
 
 } // namespace
 
-void RecordFields::setLine(int lineNumber, const QByteArray& line)
+void RecordFields::readLine(LineReader& lines)
 {
-    m_lineNumber = lineNumber;
-    m_line = unprotectLine(line);
+    lines.readLine(m_line);
+    m_lineNumber = lines.lineNumber();
+    unprotectInPlace(m_line);
     m_tokens = splitTokens(m_line);
     m_missingTold = false;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LineReader.h"
 #include "Protection.h"
 #include "store/Schema.h"
 
@@ -18,7 +19,8 @@ class RecordFields
 public:
     explicit RecordFields(QStringList& problems) : m_problems(problems) {}
 
-    void setLine(int lineNumber, const QByteArray& line);
+    // Takes the next line of the file.
+    void readLine(LineReader& lines);
     QString text(int field) const;
     // A signed 16-bit number.
     qint16 integer(int field, const char* what);
@@ -30,7 +32,7 @@ private:
     std::optional<qint64> number(int field, const char* what, ColumnKind kind);
 
     QStringList& m_problems;
-    QByteArray m_line; // unprotected; the tokens view it
+    QByteArray m_line; // unprotected; the tokens view it, and it keeps its room from line to line
     Tokens m_tokens;
     int m_lineNumber = 0;
     bool m_missingTold = false;
