@@ -90,8 +90,13 @@ void Statement::bindText(int index, const QString& value)
 {
     if (m_texts.size() < std::size_t(index))
         m_texts.resize(std::size_t(index));
-    QByteArray& held = m_texts[std::size_t(index) - 1];
-    held = value.toUtf8(); // bound in place: it stays until this parameter is bound again
+    QByteArray& held = m_texts[std::size_t(index) - 1]; // bound in place: it stays until bound again
+    if (std::all_of(value.cbegin(), value.cend(), [](QChar c) { return c.unicode() < 0x80; })) {
+        held.resize(value.size()); // plain ASCII, the usual text, in the room the last value left
+        std::transform(value.cbegin(), value.cend(), held.begin(), [](QChar c) { return char(c.unicode()); });
+    } else {
+        held = value.toUtf8();
+    }
     if (sqlite3_bind_text(m_stmt, index, held.constData(), int(held.size()), SQLITE_STATIC) != SQLITE_OK)
         fail(QStringLiteral("Cannot bind parameter %1").arg(index));
 }
