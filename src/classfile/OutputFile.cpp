@@ -98,7 +98,7 @@ protected:
     }
 
 private:
-    static constexpr qsizetype PieceBytes = 64 * 1024;
+    static constexpr qsizetype PieceBytes = qsizetype(64) * 1024;
     OutputFile& m_file;
     QByteArray m_piece;
 };
