@@ -29,20 +29,21 @@ constexpr bool isRead(ClassColumn column)
 struct Places {
     std::array<int, classdef::ColumnCount> text{};
     std::array<int, classdef::ColumnCount> number{};
+    int numbers = 0;
 };
 
 inline constexpr Places places = [] {
     Places at;
     int texts = 1;
-    int numbers = 0;
     for (std::size_t c = 0; c < classdef::ColumnCount; ++c) {
         const bool read = isRead(ClassColumn(c));
         const bool text = classdef::columns[c].kind == ColumnKind::Text;
         at.text[c] = read && text ? texts++ : -1;
-        at.number[c] = read && !text ? numbers++ : -1;
+        at.number[c] = read && !text ? at.numbers++ : -1;
     }
     return at;
 }();
+static_assert(places.numbers <= NumberCapture::MaxNumbers, "every number a walk reads fits the capture");
 
 } // namespace classrows
 
