@@ -294,6 +294,13 @@ private slots:
             << QList<QVariantMap>{row(5, {{"class_name", "5"}}), row(1, {{"class_name", "1"}}),
                                   row(3, {{"class_name", "3"}}), row(2, {{"class_name", "2"}}, "Other")}
             << classFile(header + bare("1") + bare("3") + bare("5"));
+        const QByteArray longName(30000, 'n'); // three of them pass the 64 KiB a write takes
+        QTest::newRow("past one write") << ""
+                                        << QList<QVariantMap>{row(1, {{"class_name", QString(longName + 'a')}}),
+                                                              row(2, {{"class_name", QString(longName + 'b')}}),
+                                                              row(3, {{"class_name", QString(longName + 'c')}})}
+                                        << classFile(header + bare(longName + 'a') + bare(longName + 'b') +
+                                                     bare(longName + 'c'));
     }
     void exportWritesTheseLines()
     {
@@ -587,15 +594,16 @@ private slots:
         QFETCH(QStringList, classes);
         QFETCH(QString, message);
         const QStringList before = allRows();
-        const ImportResult result = importBytes("New", file);
+        const QString name = QStringLiteral("Nouvelle \u00E9quipe"); // a name past ASCII, as an author may give
+        const ImportResult result = importBytes(name, file);
         const Status status = message.isEmpty()                           ? Status::Complete
                               : message.startsWith(u"Bad Class Record: ") ? Status::BadRecord
                                                                           : Status::Failed;
         QCOMPARE(result.status, status);
         QCOMPARE(result.message, message.isEmpty() ? QStringLiteral("Import Complete") : message);
         QCOMPARE(result.classes, classes.size());
-        QCOMPARE(imported("New"), classes);
-        QCOMPARE(db().scalar("select count(*) from package where package_name = 'New'").toInt(),
+        QCOMPARE(imported(name), classes);
+        QCOMPARE(db().scalar("select count(*) from package where package_name = ?", {name}).toInt(),
                  status == Status::Complete ? 1 : 0);
         if (status == Status::Failed)
             QCOMPARE(allRows(), before);
