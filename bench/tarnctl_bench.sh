@@ -44,7 +44,7 @@ report() {
 
 # One data directory with 30,000 classes under "Big" and 10,000 configurations.
 base="$work/base"
-"$tarnctl" --data-dir "$base" list >/dev/null
+"$tarnctl" --data-dir "$base" init >/dev/null
 sqlite3 "$base/tarn_dat.db" <<'SQL'
 insert into package (package_name) values ('Big');
 with recursive n(i) as (select 1 union all select i + 1 from n where i < 30000)
@@ -64,7 +64,7 @@ sqlite3 "$base/tarn_dat.db" ".mode csv" \
   "select * from classdef where package_name = 'Big' order by package_name,class_num" >"$work/big.csv"
 # An empty store of the same schema for each import run.
 empty="$work/empty"
-"$tarnctl" --data-dir "$empty" list >/dev/null
+"$tarnctl" --data-dir "$empty" init >/dev/null
 fresh="rm -rf '$work/run'; cp -r '$empty' '$work/run'"
 
 echo "| work | tarnctl | peak | sqlite3 shell | peak | ratio |"
