@@ -1,12 +1,11 @@
 #pragma once
 
 #include "ClassColumns.h"
-#include "NumberCapture.h"
+#include "PackedNumbers.h"
 #include "Statement.h"
 
 #include <QString>
 #include <array>
-#include <memory>
 #include <optional>
 
 namespace tarn
@@ -25,31 +24,32 @@ constexpr bool isRead(ClassColumn column)
 }
 
 // Where each column read stands: a text among the result columns, behind the rowid; a
-// number among the captured ones. -1 where the column is not of that kind or not read.
+// number among the packed ones, which follow the texts. -1 where the column is not of
+// that kind or not read.
 struct Places {
     std::array<int, classdef::ColumnCount> text{};
     std::array<int, classdef::ColumnCount> number{};
+    int texts = 0;
     int numbers = 0;
 };
 
 inline constexpr Places places = [] {
     Places at;
-    int texts = 1;
     for (std::size_t c = 0; c < classdef::ColumnCount; ++c) {
         const bool read = isRead(ClassColumn(c));
         const bool text = classdef::columns[c].kind == ColumnKind::Text;
-        at.text[c] = read && text ? texts++ : -1;
+        at.text[c] = read && text ? 1 + at.texts++ : -1;
         at.number[c] = read && !text ? at.numbers++ : -1;
     }
     return at;
 }();
-static_assert(places.numbers <= NumberCapture::MaxNumbers, "every number a walk reads fits the capture");
+static_assert(places.numbers <= PackedNumbers::MaxNumbers, "every number a walk reads fits one packing");
 
 } // namespace classrows
 
 // The classes of a configuration, or one class, as the export and its checks walk them,
 // each column read by name. The texts are result columns; the numbers, some fifty a
-// row, come in one call through a NumberCapture.
+// row, come packed in one (see PackedNumbers).
 class ClassRows
 {
 public:
@@ -59,7 +59,7 @@ public:
     static ClassRows byRowId(Database& classDb, qint64 rowId);
 
     // Advances to the next row; false when there is none left.
-    bool step() { return m_rows.step(); }
+    bool step();
     qint64 rowId() const { return m_rows.int64(0); }
     // Into a text kept from row to row, so that a walk reuses its room.
     void readText(ClassColumn column, QString& into) const
@@ -69,10 +69,10 @@ public:
     // A number, or nothing where it is missing.
     std::optional<qint64> number(ClassColumn column) const
     {
-        return m_numbers->optional(place(classrows::places.number, column));
+        return m_numbers.optional(place(classrows::places.number, column));
     }
     // A box is ticked when it holds 1; a missing value is not.
-    bool isTicked(ClassColumn column) const { return m_numbers->value(place(classrows::places.number, column)) == 1; }
+    bool isTicked(ClassColumn column) const { return m_numbers.value(place(classrows::places.number, column)) == 1; }
     template <ClassColumn First, std::size_t Count>
     std::array<std::optional<qint64>, Count> numbers(classdef::Series<First, Count> series) const
     {
@@ -96,7 +96,7 @@ private:
     [[noreturn]] static void notRead(ClassColumn column);
 
     Statement m_rows;
-    std::unique_ptr<NumberCapture> m_numbers; // where SQLite writes: stays put when the rows move
+    PackedNumbers m_numbers; // of the current row, viewing SQLite's copy until the next step
 };
 
 } // namespace tarn

@@ -1,6 +1,6 @@
 #include "Database.h"
 
-#include "NumberCapture.h"
+#include "PackedNumbers.h"
 #include "StoreError.h"
 
 #include <QDir>
@@ -31,7 +31,7 @@ Database::Database(const QString& path, Open how, std::chrono::milliseconds busy
     }
     sqlite3_busy_timeout(m_db, int(std::min<qint64>(busyWait.count(), std::numeric_limits<int>::max())));
     sqlite3_extended_result_codes(m_db, 1);
-    addNumberCapture(m_db);
+    addNumberPacking(m_db);
     // Freed space is left as it was. The stores hold mod definitions, nothing to hide, and
     // the system's library may be built to zero every freed page, which doubled a delete's
     // writes.

@@ -1,6 +1,5 @@
 #include "Statement.h"
 
-#include "NumberCapture.h"
 #include "StoreError.h"
 
 #include <QDir>
@@ -77,12 +76,6 @@ void Statement::bindNull(int index)
 void Statement::bindInt64(int index, qint64 value)
 {
     if (sqlite3_bind_int64(m_stmt, index, value) != SQLITE_OK)
-        fail(QStringLiteral("Cannot bind parameter %1").arg(index));
-}
-
-void Statement::bindCapture(int index, NumberCapture& into)
-{
-    if (sqlite3_bind_pointer(m_stmt, index, &into, NumberCaptureType, nullptr) != SQLITE_OK)
         fail(QStringLiteral("Cannot bind parameter %1").arg(index));
 }
 
@@ -196,6 +189,12 @@ void Statement::readText(int index, QString& into) const
     }
     into.resize(size); // within the room the last row left, unless this text is longer
     std::transform(data, data + size, into.data(), [](unsigned char byte) { return QChar(byte); });
+}
+
+QByteArrayView Statement::blob(int index) const
+{
+    const void* data = sqlite3_column_blob(m_stmt, index); // before its size, as SQLite asks
+    return {static_cast<const char*>(data), sqlite3_column_bytes(m_stmt, index)};
 }
 
 QString Statement::text(int index) const

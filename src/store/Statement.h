@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QVariant>
 #include <QVariantList>
 #include <optional>
@@ -10,8 +11,6 @@ struct sqlite3_stmt;
 
 namespace tarn
 {
-
-class NumberCapture;
 
 // The error of the connection's last call: a store held by another program is told
 // as busy, with what to do about it; anything else in SQLite's words, after what.
@@ -35,8 +34,6 @@ public:
     void bindInt64(int index, qint64 value);
     void bindNull(int index);
     void bindText(int index, const QString& value);
-    // Hands the capture to tarn_numbers(); it must stay where it is while the statement runs.
-    void bindCapture(int index, NumberCapture& into);
     // Advances to the next row; false when the statement is done.
     bool step();
     // Runs a statement that returns no rows, then resets it for the next use.
@@ -55,6 +52,8 @@ public:
     // The number, or nothing for a missing value, in one look at the column.
     std::optional<qint64> optionalInt64(int index) const;
     QString text(int index) const;
+    // The bytes of a blob, valid until the next step.
+    QByteArrayView blob(int index) const;
     // The same into a text kept from row to row, so that a walk over many rows reuses its room.
     void readText(int index, QString& into) const;
 
