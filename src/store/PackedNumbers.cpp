@@ -3,6 +3,7 @@
 #include "Statement.h"
 
 #include <array>
+#include <cstddef>
 #include <sqlite3.h>
 
 namespace tarn
@@ -17,15 +18,15 @@ void packNumbers(sqlite3_context* context, int count, sqlite3_value** values)
         sqlite3_result_error(context, "tarn_numbers() packs at most 64 numbers", -1);
         return;
     }
-    std::array<char, PackedNumbers::sizeFor(PackedNumbers::MaxNumbers)> packed{};
+    std::array<qint64, PackedNumbers::MaxNumbers + 1> packed; // the mask, then the numbers
     quint64 missing = 0;
     for (int k = 0; k < count; ++k) {
-        if (sqlite3_value_type(values[k]) == SQLITE_NULL)
+        const qint64 number = sqlite3_value_int64(values[k]);
+        if (number == 0 && sqlite3_value_type(values[k]) == SQLITE_NULL) // a missing number reads as 0
             missing |= quint64(1) << k;
-        const qint64 number = sqlite3_value_int64(values[k]); // 0 for a missing number
-        std::memcpy(packed.data() + PackedNumbers::sizeFor(k), &number, sizeof number);
+        packed[std::size_t(k) + 1] = number;
     }
-    std::memcpy(packed.data(), &missing, sizeof missing);
+    packed[0] = qint64(missing);
     sqlite3_result_blob(context, packed.data(), int(PackedNumbers::sizeFor(count)), SQLITE_TRANSIENT);
 }
 
