@@ -52,10 +52,10 @@ public:
     // The number, or nothing for a missing value, in one look at the column.
     std::optional<qint64> optionalInt64(int index) const;
     QString text(int index) const;
-    // The bytes of a blob, valid until the next step.
-    QByteArrayView blob(int index) const;
     // The same into a text kept from row to row, so that a walk over many rows reuses its room.
     void readText(int index, QString& into) const;
+    // The bytes of a blob, valid until the next step.
+    QByteArrayView blob(int index) const;
 
 private:
     [[noreturn]] void fail(const QString& what) const;
